@@ -1,0 +1,48 @@
+# What every target of the project shares: language level, warnings, sanitizers, and the few
+# functions with which the folders declare their targets.
+
+find_package(PkgConfig REQUIRED)
+find_package(Threads REQUIRED)
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
+include(CheckPIESupported)
+check_pie_supported()
+
+add_compile_options(-Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+add_compile_options(-ffunction-sections -fdata-sections)
+add_link_options(-Wl,--gc-sections)
+if(VALEN_SANITIZE)
+    add_compile_options(-fsanitize=${VALEN_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=${VALEN_SANITIZE})
+endif()
+
+# valen_library(Common SOURCES a.cpp … [PUBLIC libs …] [PRIVATE libs …]) makes valen_common with the
+# alias Valen::Common. Headers are included by their path below Src ("Vl/Common/…").
+function(valen_library name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;PUBLIC;PRIVATE" ${ARGN})
+    string(TOLOWER valen_${name} target)
+    add_library(${target} STATIC ${ARG_SOURCES})
+    add_library(Valen::${name} ALIAS ${target})
+    target_include_directories(${target} PUBLIC ${CMAKE_SOURCE_DIR}/Src)
+    target_link_libraries(${target} PUBLIC ${ARG_PUBLIC} PRIVATE ${ARG_PRIVATE})
+endfunction()
+
+# valen_test(Name SOURCES a.cpp … [LIBS libs …] [LABEL label]) makes one GoogleTest program and
+# registers every test case in it with ctest.
+function(valen_test name)
+    cmake_parse_arguments(ARG "" "LABEL;TIMEOUT" "SOURCES;LIBS" ${ARGN})
+    if(NOT ARG_TIMEOUT)
+        set(ARG_TIMEOUT 60)
+    endif()
+    add_executable(${name} ${ARG_SOURCES})
+    target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR})
+    target_link_libraries(${name} PRIVATE ${ARG_LIBS})
+    gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60
+        PROPERTIES LABELS "${ARG_LABEL}" TIMEOUT ${ARG_TIMEOUT})
+endfunction()
