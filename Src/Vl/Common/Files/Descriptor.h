@@ -1,0 +1,28 @@
+#pragma once
+
+#include <utility>
+
+namespace Valen {
+
+/// A file descriptor that closes itself. Move-only; -1 while it holds none.
+class Descriptor {
+public:
+    Descriptor() = default;
+    /// Takes over `descriptor`; negative means none.
+    explicit Descriptor(int descriptor) : number(descriptor) {}
+    Descriptor(Descriptor&& other) noexcept : number(std::exchange(other.number, -1)) {}
+    Descriptor& operator=(Descriptor&& other) noexcept;
+    ~Descriptor();
+
+    /// Opens `path` close-on-exec with open(2)'s `flags`, without creating anything. @return an invalid
+    /// descriptor on failure, with errno set.
+    static Descriptor open(const char* path, int flags);
+
+    bool isValid() const { return number >= 0; }
+    int get() const { return number; }
+
+private:
+    int number = -1;
+};
+
+}  // namespace Valen

@@ -1,0 +1,44 @@
+#include "Vl/Common/Log/LogInterface.h"
+
+#include <string>
+
+namespace Valen::Log {
+
+std::unique_ptr<LogInterface> vlLog;
+
+LogInterface::LogInterface() {
+    componentSeverity.fill(SeverityLevel::SERVICE);
+}
+
+LogInterface::LogInterface(SeverityLevel_T level) : LogInterface() {
+    if (level >= SeverityLevel::EMERGENCY) {
+        setGlobalComponentSeverity(level);
+    }
+}
+
+LogInterface::~LogInterface() = default;
+
+void LogInterface::Log(Enums::OriginKey::Type key, SeverityLevel_T severity, std::stringstream& text) {
+    text.clear();
+    text.seekg(0);
+    for (std::string line; std::getline(text, line);) {
+        Log(key, severity, "%s", line.c_str());
+    }
+}
+
+void LogInterface::setGlobalComponentSeverity(SeverityLevel_T level) {
+    if (level <= SeverityLevel::RAMFILE) {
+        componentSeverity.fill(level);
+    }
+}
+
+bool LogInterface::SetComponentSeverity(Enums::OriginKey::Type key, SeverityLevel_T level) {
+    const auto index = static_cast<std::size_t>(key);
+    if (index >= componentSeverity.size() || level > SeverityLevel::RAMFILE) {
+        return false;
+    }
+    componentSeverity[index] = level;
+    return true;
+}
+
+}  // namespace Valen::Log
