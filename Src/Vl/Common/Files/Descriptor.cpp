@@ -6,13 +6,13 @@
 namespace Valen {
 
 Descriptor& Descriptor::operator=(Descriptor&& other) noexcept {
-    std::swap(number, other.number);
+    std::swap(number_, other.number_);
     return *this;
 }
 
 Descriptor::~Descriptor() {
-    if (number >= 0) {
-        ::close(number);
+    if (number_ >= 0) {
+        ::close(number_);
     }
 }
 

@@ -9,8 +9,8 @@ class Descriptor {
 public:
     Descriptor() = default;
     /// Takes over `descriptor`; negative means none.
-    explicit Descriptor(int descriptor) : number(descriptor) {}
-    Descriptor(Descriptor&& other) noexcept : number(std::exchange(other.number, -1)) {}
+    explicit Descriptor(int descriptor) : number_(descriptor) {}
+    Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
     Descriptor& operator=(Descriptor&& other) noexcept;
     ~Descriptor();
 
@@ -18,11 +18,11 @@ public:
     /// descriptor on failure, with errno set.
     static Descriptor open(const char* path, int flags);
 
-    bool isValid() const { return number >= 0; }
-    int get() const { return number; }
+    bool isValid() const { return number_ >= 0; }
+    int get() const { return number_; }
 
 private:
-    int number = -1;
+    int number_ = -1;
 };
 
 }  // namespace Valen

@@ -14,13 +14,13 @@ public:
     /// @return the position behind the last character copied.
     char* put(char* at, const char* text);
 
-    char* begin() { return characters.data(); }
-    const char* text() const { return characters.data(); }
+    char* begin() { return characters_.data(); }
+    const char* text() const { return characters_.data(); }
 
 private:
-    char* last() { return characters.data() + characters.size() - 1; }
+    char* last() { return characters_.data() + characters_.size() - 1; }
 
-    std::array<char, 512> characters{};
+    std::array<char, 512> characters_{};
 };
 
 }  // namespace Valen::Log

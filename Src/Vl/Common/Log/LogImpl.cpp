@@ -15,19 +15,23 @@ constexpr const char* kShutdown = "******* Logging shutdown ******";
 
 }  // namespace
 
+LogImpl::LogImpl() = default;
+
+LogImpl::LogImpl(SeverityLevel_T level) : LogInterface(level) {}
+
 LogImpl::~LogImpl() {
     LogImpl::internalLog(Enums::OriginKey::Logging, SeverityLevel::INFO, kShutdown);
 }
 
 bool LogImpl::LogInit() {
-    writer = std::make_unique<Logging>();
+    writer_ = std::make_unique<Logging>();
     Log(Enums::OriginKey::Logging, SeverityLevel::INFO, "%s", kStarted);
     return true;
 }
 
 bool LogImpl::LogUnInit() {
     Log(Enums::OriginKey::Logging, SeverityLevel::INFO, "%s", kShutdown);
-    writer.reset();
+    writer_.reset();
     return true;
 }
 
@@ -55,16 +59,16 @@ void LogImpl::internalLog(Enums::OriginKey::Type key, SeverityLevel_T severity, 
     }
     const auto level = SeverityLevel::SeverityToLoglevel(severity);
     if (severity <= SeverityLevel::INFO) {
-        if (writer) {
-            writer->UserLog(key, level, "%s", text);
+        if (writer_) {
+            writer_->UserLog(key, level, "%s", text);
         }
     } else if (severity == SeverityLevel::SERVICE) {
-        if (writer) {
-            writer->Log(key, level, "%s", text);
+        if (writer_) {
+            writer_->Log(key, level, "%s", text);
         }
     } else {
-        if (writer && severity <= SeverityLevel::CONSOLEMAX) {
-            writer->DebugLog(key, level, "%s", text);
+        if (writer_ && severity <= SeverityLevel::CONSOLEMAX) {
+            writer_->DebugLog(key, level, "%s", text);
         }
         DbgConsole(key, "%s", text);
     }

@@ -15,7 +15,8 @@ namespace Valen::Log {
 /// written. Between construction and LogInit(), and after LogUnInit(), messages are dropped.
 class LogImpl : public LogInterface {
 public:
-    using LogInterface::LogInterface;
+    LogImpl();
+    explicit LogImpl(SeverityLevel_T level);
     /// Says goodbye in the log.
     ~LogImpl() override;
 
@@ -32,7 +33,7 @@ public:
     void internalLog(Enums::OriginKey::Type key, SeverityLevel_T severity, const char* text);
 
 private:
-    std::unique_ptr<Logging> writer;
+    std::unique_ptr<Logging> writer_;
 };
 
 }  // namespace Valen::Log

@@ -7,7 +7,7 @@ namespace Valen::Log {
 std::unique_ptr<LogInterface> vlLog;
 
 LogInterface::LogInterface() {
-    componentSeverity.fill(SeverityLevel::SERVICE);
+    componentSeverity_.fill(SeverityLevel::SERVICE);
 }
 
 LogInterface::LogInterface(SeverityLevel_T level) : LogInterface() {
@@ -28,16 +28,16 @@ void LogInterface::Log(Enums::OriginKey::Type key, SeverityLevel_T severity, std
 
 void LogInterface::setGlobalComponentSeverity(SeverityLevel_T level) {
     if (level <= SeverityLevel::RAMFILE) {
-        componentSeverity.fill(level);
+        componentSeverity_.fill(level);
     }
 }
 
 bool LogInterface::SetComponentSeverity(Enums::OriginKey::Type key, SeverityLevel_T level) {
     const auto index = static_cast<std::size_t>(key);
-    if (index >= componentSeverity.size() || level > SeverityLevel::RAMFILE) {
+    if (index >= componentSeverity_.size() || level > SeverityLevel::RAMFILE) {
         return false;
     }
-    componentSeverity[index] = level;
+    componentSeverity_[index] = level;
     return true;
 }
 

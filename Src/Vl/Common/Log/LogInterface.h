@@ -53,11 +53,11 @@ public:
     /// Whether a message is wanted. The threshold of a key outside 0 to 124 counts as -1.
     bool ComponentSeverityMoreDetailedOrEqualTo(Enums::OriginKey::Type key, SeverityLevel_T level) const {
         const auto index = static_cast<std::size_t>(key);
-        return level <= (index < componentSeverity.size() ? componentSeverity[index] : -1);
+        return level <= (index < componentSeverity_.size() ? componentSeverity_[index] : -1);
     }
 
 private:
-    std::array<int, kComponents> componentSeverity;
+    std::array<int, kComponents> componentSeverity_;
 };
 
 /// The one log object of the process. While it is empty nothing is logged. Set before threads start, reset

@@ -1,0 +1,51 @@
+#include "Vl/Common/Files/Descriptor.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <utility>
+
+namespace {
+
+using Valen::Descriptor;
+
+bool isOpen(int descriptor) {
+    return fcntl(descriptor, F_GETFD) >= 0;
+}
+
+TEST(DescriptorTest, ClosesItselfAndNotAcrossExec) {
+    int number = -1;
+    {
+        const Descriptor null = Descriptor::open("/dev/null", O_RDWR);
+        number = null.get();
+        ASSERT_TRUE(null.isValid());
+        EXPECT_EQ(FD_CLOEXEC, fcntl(number, F_GETFD));
+    }
+    EXPECT_FALSE(isOpen(number));
+}
+
+TEST(DescriptorTest, AFailedOpenIsInvalidAndKeepsErrno) {
+    const Descriptor none = Descriptor::open("/missing", O_RDONLY);
+    EXPECT_EQ(ENOENT, errno);
+    EXPECT_FALSE(none.isValid());
+    EXPECT_EQ(-1, none.get());
+}
+
+TEST(DescriptorTest, MovingHandsTheDescriptorOver) {
+    Descriptor first = Descriptor::open("/dev/null", O_RDONLY);
+    const int number = first.get();
+    Descriptor second = std::move(first);
+    EXPECT_FALSE(first.isValid());  // NOLINT: the moved-from state is what is tested
+    EXPECT_EQ(number, second.get());
+}
+
+TEST(DescriptorTest, AssigningClosesTheEarlierOne) {
+    Descriptor descriptor = Descriptor::open("/dev/null", O_RDONLY);
+    const int earlier = descriptor.get();
+    descriptor = Descriptor::open("/missing", O_RDONLY);
+    EXPECT_FALSE(isOpen(earlier));
+    EXPECT_FALSE(descriptor.isValid());
+}
+
+}  // namespace

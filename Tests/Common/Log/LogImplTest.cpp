@@ -1,0 +1,186 @@
+#include "Vl/Common/Log/LogImpl.h"
+
+#include <gmock/gmock.h>
+
+#include <string>
+
+#include "Tests/Support/PrivateWorld.h"
+#include "Tests/Support/SyslogReceiver.h"
+#include "Vl/Common/Log/BufBase.h"
+#include "Vl/Common/Log/Logging.h"
+
+namespace {
+
+using support::LogLine;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using Valen::Log::LogImpl;
+using Valen::Log::vlLog;
+using Valen::Log::SeverityLevel::SeverityLevel_T;
+
+constexpr int kLocal0 = 16;
+constexpr int kLocal1 = 17;
+constexpr int kLocal2 = 18;
+
+constexpr auto kOled = static_cast<Enums::OriginKey::Type>(61);
+
+class LogImplTest : public testing::Test {
+protected:
+    ~LogImplTest() override { vlLog.reset(); }
+
+    /// A log object that has written its opening line.
+    LogImpl& openedLog() {
+        auto log = std::make_unique<LogImpl>();
+        log->LogInit();
+        syslog.lines();
+        LogImpl& reference = *log;
+        vlLog = std::move(log);
+        return reference;
+    }
+
+    support::PrivateWorld world;
+    support::SyslogReceiver syslog;
+};
+
+TEST_F(LogImplTest, BannersMarkStartAndShutdown) {
+    LogImpl log;
+    EXPECT_TRUE(log.LogInit());
+    EXPECT_THAT(syslog.lines(), ElementsAre(LogLine{kLocal1, 6, "Logging: ******* Logging started *******"}));
+    EXPECT_TRUE(log.LogUnInit());
+    EXPECT_THAT(syslog.lines(), ElementsAre(LogLine{kLocal1, 6, "Logging: ******* Logging shutdown ******"}));
+}
+
+TEST_F(LogImplTest, DestructionLogsTheShutdownBanner) {
+    openedLog();
+    vlLog.reset();
+    EXPECT_THAT(syslog.texts(), ElementsAre("Logging: ******* Logging shutdown ******"));
+}
+
+TEST_F(LogImplTest, NothingIsWrittenBeforeInitAndAfterUnInit) {
+    LogImpl log;
+    log.Log(kOled, static_cast<SeverityLevel_T>(3), "early");
+    EXPECT_THAT(syslog.texts(), IsEmpty());
+    log.LogInit();
+    log.LogUnInit();
+    syslog.texts();
+    log.Log(kOled, static_cast<SeverityLevel_T>(3), "late");
+    EXPECT_THAT(syslog.texts(), IsEmpty());
+}
+
+struct Route {
+    int severity;
+    int facility;
+    int level;
+};
+
+class LogImplRouteTest : public LogImplTest, public testing::WithParamInterface<Route> {};
+
+TEST_P(LogImplRouteTest, SeverityChoosesFacilityAndLevel) {
+    LogImpl& log = openedLog();
+    const Route route = GetParam();
+    log.Log(kOled, static_cast<SeverityLevel_T>(route.severity), "%d apples", 3);
+    EXPECT_THAT(syslog.lines(), ElementsAre(LogLine{route.facility, route.level, "OLED: 3 apples"}));
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, LogImplRouteTest,
+                         testing::Values(Route{0, kLocal1, 3}, Route{1, kLocal1, 3}, Route{2, kLocal1, 3},
+                                         Route{3, kLocal1, 3}, Route{4, kLocal1, 4}, Route{5, kLocal1, 4},
+                                         Route{6, kLocal1, 6}, Route{7, kLocal0, 6}, Route{8, kLocal2, 6},
+                                         Route{9, kLocal2, 6}, Route{10, kLocal2, 6}, Route{11, kLocal2, 6},
+                                         Route{12, kLocal2, 6}, Route{13, kLocal2, 6}),
+                         [](const auto& route) { return "Severity" + std::to_string(route.param.severity); });
+
+TEST_F(LogImplTest, RamFileMessagesAndUnknownSeveritiesReachNothing) {
+    LogImpl& log = openedLog();
+    for (const int severity : {14, 15, 99, -1}) {
+        log.Log(kOled, static_cast<SeverityLevel_T>(severity), "dropped");
+    }
+    EXPECT_THAT(syslog.texts(), IsEmpty());
+}
+
+TEST_F(LogImplTest, MessagesAreCutAt599Characters) {
+    LogImpl& log = openedLog();
+    log.Log(kOled, static_cast<SeverityLevel_T>(7), "%s", std::string(6000, 'x').c_str());
+    EXPECT_THAT(syslog.texts(), ElementsAre("OLED: " + std::string(599, 'x')));
+}
+
+TEST_F(LogImplTest, PercentSignsInAFinishedTextAreText) {
+    LogImpl& log = openedLog();
+    log.internalLog(kOled, static_cast<SeverityLevel_T>(3), "100 %s");
+    EXPECT_THAT(syslog.texts(), ElementsAre("OLED: 100 %s"));
+}
+
+TEST_F(LogImplTest, ABufferIsWrittenAsItsText) {
+    LogImpl& log = openedLog();
+    Valen::Log::BufBase buffer;
+    buffer.put(buffer.put(buffer.begin(), "two "), "pieces");
+    log.Log(kOled, static_cast<SeverityLevel_T>(4), buffer);
+    EXPECT_THAT(syslog.lines(), ElementsAre(LogLine{kLocal1, 4, "OLED: two pieces"}));
+}
+
+TEST_F(LogImplTest, AStreamIsWrittenLineByLineFromItsBeginning) {
+    LogImpl& log = openedLog();
+    std::stringstream stream("one\n\ntwo");
+    std::string consumed;
+    std::getline(stream, consumed);
+    log.Log(kOled, static_cast<SeverityLevel_T>(7), stream);
+    EXPECT_THAT(syslog.texts(), ElementsAre("OLED: one", "OLED: ", "OLED: two"));
+}
+
+TEST_F(LogImplTest, AnEmptyStreamWritesNothing) {
+    LogImpl& log = openedLog();
+    std::stringstream stream;
+    log.Log(kOled, static_cast<SeverityLevel_T>(7), stream);
+    EXPECT_THAT(syslog.texts(), IsEmpty());
+}
+
+TEST_F(LogImplTest, AnUnknownComponentIsLoggedAsUnknown) {
+    LogImpl& log = openedLog();
+    log.Log(static_cast<Enums::OriginKey::Type>(126), static_cast<SeverityLevel_T>(3), "hm");
+    EXPECT_THAT(syslog.texts(), ElementsAre("unknown: hm"));
+}
+
+TEST_F(LogImplTest, CallSitesTestTheThresholdBeforeTheyEvaluateArguments) {
+    openedLog();
+    int evaluated = 0;
+    VL_LOG(OLED, DEBUG, "%d", ++evaluated);
+    EXPECT_EQ(0, evaluated);
+    VL_LOG(OLED, SERVICE, "%d", ++evaluated);
+    EXPECT_EQ(1, evaluated);
+    EXPECT_THAT(syslog.texts(), ElementsAre("OLED: 1"));
+}
+
+TEST_F(LogImplTest, WithoutALogObjectCallSitesEvaluateAndWriteNothing) {
+    int evaluated = 0;
+    VL_LOG(OLED, EMERGENCY, "%d", ++evaluated);
+    EXPECT_EQ(0, evaluated);
+    EXPECT_THAT(syslog.texts(), IsEmpty());
+}
+
+struct WriterRow {
+    int loglevel;
+    int syslogLevel;
+};
+
+class LoggingTest : public LogImplTest, public testing::WithParamInterface<WriterRow> {};
+
+TEST_P(LoggingTest, EveryMemberWritesToItsFacilityAtTheLevelOfTheTable) {
+    const auto level = static_cast<Enums::Loglevel::LoglevelType>(GetParam().loglevel);
+    const int expected = GetParam().syslogLevel;
+    Valen::Logging writer;
+    writer.Log(kOled, level, "a%d", 1);
+    Valen::Logging::StaticLog(kOled, level, "b%d", 2);
+    writer.UserLog(kOled, level, "c%d", 3);
+    Valen::Logging::StaticUserLog(kOled, level, "d%d", 4);
+    writer.DebugLog(kOled, level, "e%d", 5);
+    EXPECT_THAT(syslog.lines(),
+                ElementsAre(LogLine{kLocal0, expected, "OLED: a1"}, LogLine{kLocal0, expected, "OLED: b2"},
+                            LogLine{kLocal1, expected, "OLED: c3"}, LogLine{kLocal1, expected, "OLED: d4"},
+                            LogLine{kLocal2, expected, "OLED: e5"}));
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, LoggingTest,
+                         testing::Values(WriterRow{1, 3}, WriterRow{2, 4}, WriterRow{3, 6}, WriterRow{4, 7},
+                                         WriterRow{0, 5}, WriterRow{5, 5}, WriterRow{-1, 5}));
+
+}  // namespace

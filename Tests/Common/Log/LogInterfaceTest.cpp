@@ -1,0 +1,94 @@
+#include "Vl/Common/Log/LogInterface.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "Vl/Common/Log/LogImpl.h"
+
+namespace {
+
+using Key = Enums::OriginKey::Type;
+using Severity = Valen::Log::SeverityLevel_T;
+using Valen::Log::LogImpl;
+
+constexpr Key key(int number) {
+    return static_cast<Key>(number);
+}
+constexpr Severity severity(int number) {
+    return static_cast<Severity>(number);
+}
+
+int thresholdOf(const LogImpl& log, int component) {
+    int threshold = -1;
+    while (threshold < 14 &&
+           log.ComponentSeverityMoreDetailedOrEqualTo(key(component), severity(threshold + 1))) {
+        ++threshold;
+    }
+    return threshold;
+}
+
+TEST(LogInterfaceTest, EveryThresholdStartsAtService) {
+    const LogImpl log;
+    for (int component = 0; component <= 124; ++component) {
+        EXPECT_EQ(7, thresholdOf(log, component)) << component;
+    }
+}
+
+TEST(LogInterfaceTest, TheFirstThresholdsCanBeGiven) {
+    EXPECT_EQ(0, thresholdOf(LogImpl(severity(0)), 61));
+    EXPECT_EQ(14, thresholdOf(LogImpl(severity(14)), 124));
+    EXPECT_EQ(7, thresholdOf(LogImpl(severity(15)), 61)) << "a level that does not exist is ignored";
+}
+
+TEST(LogInterfaceTest, AllThresholdsCanBeSetAtOnce) {
+    LogImpl log;
+    log.setGlobalComponentSeverity(severity(10));
+    EXPECT_EQ(10, thresholdOf(log, 0));
+    EXPECT_EQ(10, thresholdOf(log, 124));
+    log.setGlobalComponentSeverity(severity(15));
+    EXPECT_EQ(10, thresholdOf(log, 0));
+}
+
+TEST(LogInterfaceTest, OneThresholdCanBeSet) {
+    LogImpl log;
+    EXPECT_TRUE(log.SetComponentSeverity(key(5), severity(9)));
+    EXPECT_EQ(9, thresholdOf(log, 5));
+    EXPECT_EQ(7, thresholdOf(log, 4));
+    EXPECT_EQ(7, thresholdOf(log, 6));
+}
+
+TEST(LogInterfaceTest, KeysAndLevelsThatDoNotExistChangeNothing) {
+    LogImpl log;
+    EXPECT_FALSE(log.SetComponentSeverity(key(125), severity(3)));
+    EXPECT_FALSE(log.SetComponentSeverity(key(-1), severity(3)));
+    EXPECT_FALSE(log.SetComponentSeverity(key(5), severity(15)));
+    EXPECT_EQ(7, thresholdOf(log, 5));
+}
+
+TEST(LogInterfaceTest, AKeyBeyondTheTableWantsNothing) {
+    const LogImpl log;
+    EXPECT_FALSE(log.ComponentSeverityMoreDetailedOrEqualTo(key(200), severity(0)));
+    EXPECT_FALSE(log.ComponentSeverityMoreDetailedOrEqualTo(key(125), severity(0)));
+    EXPECT_TRUE(log.ComponentSeverityMoreDetailedOrEqualTo(key(200), severity(-1)));
+}
+
+TEST(SeverityLevelTest, EverySeverityHasItsText) {
+    const char* const texts[] = {"EMERGENCY",  "ALERT",         "CRITICAL",        "ERROR",      "WARNING",
+                                 "NOTICE",     "INFO",          "SERVICE",         "DEBUG",      "DETAILED",
+                                 "CONSOLEMIN", "CONSOLENORMAL", "CONSOLEDETAILED", "CONSOLEMAX", "RAMFILE"};
+    for (int level = 0; level <= 14; ++level) {
+        EXPECT_STREQ(texts[level], Valen::Log::SeverityLevel::GetText(severity(level)));
+    }
+    EXPECT_STREQ("invalid", Valen::Log::SeverityLevel::GetText(severity(15)));
+    EXPECT_STREQ("invalid", Valen::Log::SeverityLevel::GetText(severity(-1)));
+}
+
+TEST(SeverityLevelTest, SeveritiesAboveThirteenAreWrittenAtLevelThree) {
+    const int loglevels[] = {1, 1, 1, 1, 2, 2, 3, 3, 3, 3, 3, 3, 3, 3, 3, 3};
+    for (int level = 0; level <= 15; ++level) {
+        EXPECT_EQ(loglevels[level], Valen::Log::SeverityLevel::SeverityToLoglevel(severity(level))) << level;
+    }
+}
+
+}  // namespace

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace support {
+
+/// One test's own outside world. From construction to destruction /dev (but for the usual nodes),
+/// /opt/pattern, /opt/fw, /tmp/i2c, /tmp/fpga and /sys/bus are empty, and what is created in /dev, /opt, /tmp
+/// and /sys/bus lives in memory and is gone afterwards. The program's main() (target test_support) has
+/// entered a private mount namespace before, so nothing of the machine is touched.
+class PrivateWorld {
+public:
+    PrivateWorld();
+    PrivateWorld(const PrivateWorld&) = delete;
+    PrivateWorld& operator=(const PrivateWorld&) = delete;
+    ~PrivateWorld();
+
+    /// Writes a file, creating the directories above it.
+    static void write(const std::string& path, std::string_view bytes);
+    /// The bytes of a file; fails the test when it cannot be read.
+    static std::string read(const std::string& path);
+    static void makeDirectory(const std::string& path);
+
+private:
+    std::vector<std::string> covered_;
+};
+
+}  // namespace support
