@@ -1,0 +1,83 @@
+#pragma once
+
+#include "Vl/Graphics/Pixels/CoverageMask.h"
+#include "Vl/Graphics/Pixels/PixelBuffer.h"
+#include "Vl/Graphics/Pixels/Rgba.h"
+
+class Icon;
+
+/// Where text and pictures lie relative to the drawing position's row.
+enum class VerticalAlignment : int { Top = 0, Centred = 1, Bottom = 2 };
+/// Where text and pictures lie relative to the drawing position's column.
+enum class HorizontalAlignment : int { Start = 0, Centred = 1, End = 2 };
+
+/// A drawing surface of width × height pixels with a drawing position and an alignment, over a pixel
+/// buffer that the concrete bitmap owns. Not thread-safe.
+class Bitmap {
+public:
+    /// The drawing position in pixels (it may lie outside) and how things are aligned about it.
+    struct Placement {
+        int x = 0;
+        int y = 0;
+        VerticalAlignment vertical = VerticalAlignment::Top;
+        HorizontalAlignment horizontal = HorizontalAlignment::Start;
+    };
+
+    Bitmap() = default;
+    Bitmap(const Bitmap&) = delete;
+    Bitmap& operator=(const Bitmap&) = delete;
+    virtual ~Bitmap() = default;
+
+    /// The pixels; they may be drawn on also when only the bitmap's shape is constant.
+    virtual PixelBuffer& getBuffer() const = 0;
+
+    /// Throws the picture away and makes a clear one of the new size; a size that makes no sense makes an
+    /// empty one of 0 × 0. Position and alignment stay.
+    virtual void resize(int width, int height) = 0;
+
+    int getWidth() const { return width_; }
+    int getHeight() const { return height_; }
+    int getX() const { return placement_.x; }
+    int getY() const { return placement_.y; }
+    const Placement& getPlacement() const { return placement_; }
+
+    void setPosition(int x, int y) {
+        placement_.x = x;
+        placement_.y = y;
+    }
+    void setVerticalAlignment(VerticalAlignment alignment) { placement_.vertical = alignment; }
+    void setHorizontalAlignment(HorizontalAlignment alignment) { placement_.horizontal = alignment; }
+    void setPlacement(const Placement& placement) { placement_ = placement; }
+
+    /// Overwrites, without blending, a w × h rectangle whose top-left corner is the drawing position, cut
+    /// at the bitmap's edges; one that ends up empty is not drawn. The position does not move.
+    void FillRect(int w, int h, rgba colour);
+
+    /// Blends coverage in one colour with its top-left value at (left, top), cut at the bitmap's edges.
+    /// The drawing position plays no part.
+    void BlendMask(int left, int top, const CoverageMask& mask, rgba colour);
+
+    /// Draws the icon's picture at the drawing position, as loadpng does. Nothing when it cannot be read.
+    void render(const Icon& icon);
+
+    /// Blends a PNG file about the drawing position and moves the position past it.
+    ///
+    /// Eight-bit grey, grey with alpha, RGB and RGBA are read, interlaced or not; pixels outside the bitmap
+    /// are dropped. With `resize` the bitmap takes the image's size first. Images of more than
+    /// PngReader::kLargestSide pixels a side are refused. Blocks while it reads the file.
+    /// @return 0, or −1 the file cannot be opened, −2 not a PNG file, −3 and −4 libpng's read or info
+    ///     structure cannot be created, −5 an error while reading the header, −6 an error while reading the
+    ///     image, −7 a palette image, −8 a bit depth other than 8. On failure nothing is drawn or moved.
+    int loadpng(const char* path, bool resize);
+
+protected:
+    void setSize(int width, int height) {
+        width_ = width;
+        height_ = height;
+    }
+
+private:
+    int width_ = 0;
+    int height_ = 0;
+    Placement placement_;
+};

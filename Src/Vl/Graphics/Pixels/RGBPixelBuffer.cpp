@@ -1,0 +1,120 @@
+#include "Vl/Graphics/Pixels/RGBPixelBuffer.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstring>
+#include <cwchar>
+
+#include "Vl/Graphics/Pixels/Rgb565.h"
+
+namespace {
+
+/// Fills through the C library's widest word fill: two pixels a wide character, the odd ends by hand.
+void fillPixels(uint16_t* to, int64_t length, uint16_t pixel) {
+    static_assert(sizeof(wchar_t) == 2 * sizeof(uint16_t));
+    if (length > 0 && reinterpret_cast<uintptr_t>(to) % alignof(wchar_t) != 0) {
+        *to++ = pixel;
+        --length;
+    }
+    const auto pair = std::bit_cast<wchar_t>(uint32_t{pixel} << 16 | pixel);
+    std::wmemset(reinterpret_cast<wchar_t*>(to), pair, static_cast<size_t>(length / 2));
+    if (length % 2 != 0)
+        to[length - 1] = pixel;
+}
+
+using EightPixels = uint16_t __attribute__((vector_size(16)));
+
+EightPixels reversed(EightPixels block) {
+    return __builtin_shufflevector(block, block, 7, 6, 5, 4, 3, 2, 1, 0);
+}
+uint64_t reversed(uint64_t block) {
+    return __builtin_bswap64(block);
+}
+
+/// Reverses in place by swapping whole blocks from both ends.
+template <typename Block, typename Value>
+void reverseAll(Value* first, int count) {
+    constexpr int step = sizeof(Block) / sizeof(Value);
+    Value* last = first + count;
+    for (; last - first >= 2 * step; first += step, last -= step) {
+        Block head, tail;
+        std::memcpy(&head, first, sizeof head);
+        std::memcpy(&tail, last - step, sizeof tail);
+        head = reversed(head);
+        tail = reversed(tail);
+        std::memcpy(first, &tail, sizeof tail);
+        std::memcpy(last - step, &head, sizeof head);
+    }
+    std::reverse(first, last);
+}
+
+}  // namespace
+
+RGBPixelBuffer::~RGBPixelBuffer() = default;
+
+void RGBPixelBuffer::setPixel(int index, rgba colour) {
+    if (contains(index))
+        Rgb565::blend(pixels()[index], alpha_[static_cast<size_t>(index)], colour);
+}
+
+rgba RGBPixelBuffer::getPixel(int index) const {
+    if (!contains(index))
+        return 0;
+    const int value = Rgb565::panelOrder(pixels()[index]);
+    const bool opaque = alpha_[static_cast<size_t>(index)] >= kOpaque;
+    return rgba::of(static_cast<uint8_t>((value >> 11) << 3), static_cast<uint8_t>((value >> 5 & 0x3f) << 2),
+                    static_cast<uint8_t>((value & 0x1f) << 3), opaque ? 0xff : 0);
+}
+
+void RGBPixelBuffer::resize(int width, int height) {
+    allocate(width, height);
+    alpha_ = count() > 0 ? std::make_unique<uint8_t[]>(static_cast<size_t>(count())) : nullptr;
+}
+
+void RGBPixelBuffer::fillRect(int start, int gap, int width, int height, rgba colour) {
+    if (width <= 0 || height <= 0)
+        return;
+    const uint16_t pixel = Rgb565::fromColour(colour);
+    if (gap == 0)  // rows without a gap are one span
+        return fillSpan(start, int64_t{width} * height, pixel, colour.a());
+    const int64_t stride = int64_t{width} + gap;
+    if (stride == 0)  // every row is the first one
+        height = 1;
+    int64_t row = start;
+    for (int left = height; left > 0 && contains(row); --left, row += stride)
+        fillSpan(row, width, pixel, colour.a());
+}
+
+void RGBPixelBuffer::fillSpan(int64_t start, int64_t length, uint16_t pixel, uint8_t coverage) {
+    if (!contains(start))
+        return;
+    length = std::min(length, count() - start);
+    fillPixels(pixels() + start, length, pixel);
+    std::memset(alpha_.get() + start, coverage, static_cast<size_t>(length));
+}
+
+void RGBPixelBuffer::blendMask(int start, int gap, const CoverageMask& mask, rgba colour) {
+    if (mask.width <= 0 || mask.height <= 0)
+        return;
+    const int64_t stride = int64_t{mask.width} + gap;
+    const int64_t end = start + (mask.height - 1) * stride + mask.width;
+    if (start < 0 || gap < 0 || end > count() || colour.a() > kOpaque)
+        return PixelBuffer::blendMask(start, gap, mask, colour);
+    int64_t row = start;
+    for (int i = 0; i < mask.height; ++i, row += stride)
+        blendRow(static_cast<int>(row), mask.row(i), mask.width, mask.readable, colour);
+}
+
+void RGBPixelBuffer::blendRow(int start, const uint8_t* levels, int width, int readable, rgba colour) {
+    const int blockable = std::min(readable, count() - start);
+    for (int column = 0; column < width; column += Rgb565::kBlock) {
+        const int used = std::min(Rgb565::kBlock, width - column);
+        const auto blendSome = column + Rgb565::kBlock <= blockable ? Rgb565::blendBlock : Rgb565::blendEach;
+        blendSome(pixels() + start + column, alpha_.get() + start + column, levels + column, used, colour);
+    }
+}
+
+void RGBPixelBuffer::rotate() {
+    reverseAll<EightPixels>(pixels(), count());
+    reverseAll<uint64_t>(alpha_.get(), count());
+}

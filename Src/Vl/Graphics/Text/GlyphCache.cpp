@@ -1,0 +1,121 @@
+#include "Vl/Graphics/Text/GlyphCache.h"
+
+#include <ft2build.h>
+#include FT_FREETYPE_H
+#include FT_BITMAP_H
+
+#include <algorithm>
+#include <cstdio>
+
+namespace TextRender {
+
+namespace {
+
+/// Rows are padded to this many columns without coverage, so that they can be blended in whole blocks.
+constexpr size_t kRowAlignment = 8;
+
+FT_UInt load(FT_Face face, uint8_t code, FT_Error& error) {
+    const FT_UInt index = FT_Get_Char_Index(face, code);
+    error = FT_Load_Glyph(face, index, FT_LOAD_DEFAULT);
+    if (error != 0)
+        std::fprintf(stderr, "could not load glyph: %u because: 0x%X\n", index, static_cast<unsigned>(error));
+    return index;
+}
+
+/// Another layout than 8-bit grey rows (strikes embedded in the font) as 8-bit grey rows.
+class GreyBitmap {
+public:
+    GreyBitmap(FT_Library library, const FT_Bitmap& source) : library_(library) {
+        FT_Bitmap_Init(&bitmap_);
+        usable_ = FT_Bitmap_Convert(library_, &source, &bitmap_, 1) == 0;
+    }
+    ~GreyBitmap() { FT_Bitmap_Done(library_, &bitmap_); }
+    GreyBitmap(const GreyBitmap&) = delete;
+    GreyBitmap& operator=(const GreyBitmap&) = delete;
+
+    const FT_Bitmap* get() const { return usable_ ? &bitmap_ : nullptr; }
+
+private:
+    FT_Library library_;
+    FT_Bitmap bitmap_;
+    bool usable_;
+};
+
+/// Copies grey rows into padded ones, stretching fewer than 256 levels to the full range.
+void copyCoverage(const FT_Bitmap& from, Glyph& to) {
+    const size_t pitch = (from.width + kRowAlignment - 1) / kRowAlignment * kRowAlignment;
+    const int levels = std::max<int>(from.num_grays, 2) - 1;
+    to.coverage.assign(pitch * from.rows, 0);
+    for (size_t row = 0; row < from.rows; ++row) {
+        const uint8_t* source = from.buffer + static_cast<ptrdiff_t>(row) * from.pitch;
+        std::transform(source, source + from.width, to.coverage.data() + row * pitch,
+                       [levels](uint8_t value) { return static_cast<uint8_t>(value * 255 / levels); });
+    }
+    to.mask = {.data = to.coverage.data(),
+               .pitch = static_cast<int>(pitch),
+               .readable = static_cast<int>(pitch),
+               .width = static_cast<int>(from.width),
+               .height = static_cast<int>(from.rows)};
+}
+
+std::unique_ptr<Glyph> copyOf(const FT_GlyphSlotRec& slot) {
+    auto glyph = std::make_unique<Glyph>();
+    glyph->left = slot.bitmap_left;
+    glyph->top = slot.bitmap_top;
+    glyph->advanceX = slot.advance.x;
+    glyph->advanceY = slot.advance.y;
+    const FT_Bitmap& bitmap = slot.bitmap;
+    if (bitmap.pixel_mode == FT_PIXEL_MODE_GRAY && bitmap.pitch == static_cast<int>(bitmap.width)) {
+        copyCoverage(bitmap, *glyph);
+        return glyph;
+    }
+    const GreyBitmap grey(slot.library, bitmap);
+    if (grey.get() != nullptr)
+        copyCoverage(*grey.get(), *glyph);
+    return glyph;
+}
+
+}  // namespace
+
+GlyphCache::GlyphCache() = default;
+GlyphCache::~GlyphCache() = default;
+
+void GlyphCache::clear() {
+    advances_.fill(std::nullopt);
+    for (auto& glyph : glyphs_)
+        glyph.reset();
+    unkept_.reset();
+}
+
+int64_t GlyphCache::advance(FT_FaceRec_* face, uint8_t code) {
+    if (advances_[code])
+        return *advances_[code];
+    FT_Error error = 0;
+    load(face, code, error);
+    const int64_t width = face != nullptr ? face->glyph->advance.x : 0;
+    if (error == 0)
+        advances_[code] = width;
+    return width;
+}
+
+const Glyph* GlyphCache::glyph(FT_FaceRec_* face, uint8_t code) {
+    if (glyphs_[code])
+        return glyphs_[code].get();
+    FT_Error error = 0;
+    const FT_UInt index = load(face, code, error);
+    if (error != 0)
+        return nullptr;
+    error = FT_Render_Glyph(face->glyph, FT_RENDER_MODE_NORMAL);
+    if (error != 0) {
+        std::fprintf(stderr, "could not render glyph: %u because: 0x%X\n", index,
+                     static_cast<unsigned>(error));
+        return nullptr;
+    }
+    unkept_ = copyOf(*face->glyph);
+    if (int64_t{unkept_->mask.width} * unkept_->mask.height > kLargestKept)
+        return unkept_.get();
+    glyphs_[code] = std::move(unkept_);
+    return glyphs_[code].get();
+}
+
+}  // namespace TextRender

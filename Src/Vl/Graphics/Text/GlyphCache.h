@@ -1,0 +1,54 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "Vl/Graphics/Pixels/CoverageMask.h"
+
+struct FT_FaceRec_;
+
+namespace TextRender {
+
+/// One rendered character: where its coverage lies about the pen, and how far the pen moves on.
+struct Glyph {
+    int left = 0;          ///< pixels from the pen to the first column
+    int top = 0;           ///< pixels from the baseline up to the first row
+    int64_t advanceX = 0;  ///< 1/64 pixels
+    int64_t advanceY = 0;  ///< 1/64 pixels
+    std::vector<uint8_t> coverage;
+    CoverageMask mask;  ///< views `coverage`
+};
+
+/// What FreeType made of each of the 256 character codes at one size of one face, kept so that it is made
+/// once. Whoever changes the face or its size clears the cache. Failures are said on standard error and
+/// never kept: each use tries, and says, again. Not thread-safe.
+class GlyphCache {
+public:
+    /// Glyphs of more pixels than this are made anew each time, so that huge sizes cannot fill the memory.
+    static constexpr int64_t kLargestKept = 256 * 256;
+
+    GlyphCache();
+    ~GlyphCache();
+
+    /// Forgets everything.
+    void clear();
+
+    /// How far the character moves the pen, in 1/64 pixel; for a glyph that cannot be loaded, whatever
+    /// FreeType left as its advance (0 without a face).
+    int64_t advance(FT_FaceRec_* face, uint8_t code);
+
+    /// The rendered character, or null when it cannot be loaded or rendered. Valid until the next call.
+    const Glyph* glyph(FT_FaceRec_* face, uint8_t code);
+
+private:
+    static constexpr size_t kCodes = 256;
+
+    std::array<std::optional<int64_t>, kCodes> advances_;
+    std::array<std::unique_ptr<Glyph>, kCodes> glyphs_;
+    std::unique_ptr<Glyph> unkept_;
+};
+
+}  // namespace TextRender
