@@ -1,0 +1,71 @@
+#include "Vl/HAL/Fpga/FPGAInterface.h"
+
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <array>
+#include <cstdio>
+
+#include "Vl/HAL/Fpga/CoreLayout.h"
+
+namespace Valen::HAL {
+namespace {
+
+constexpr const char* kSyncCore = "*central_sync";
+constexpr int kAnyVersion = -1;
+
+}  // namespace
+
+FPGAInterface::~FPGAInterface() {
+    // Meant: the length is still "the whole file" here, which the kernel refuses to unmap.
+    munmap(const_cast<std::uint32_t*>(base_), static_cast<std::size_t>(length_));
+    if (descriptor_ > 0) {
+        close(descriptor_);
+    }
+}
+
+bool FPGAInterface::openDevice() {
+    length_ = kWholeFile;
+    std::array<char, 24> path;
+    std::snprintf(path.data(), path.size(), "%s%s", simulation_ ? "/tmp/" : "/dev/", deviceName_);
+    if (descriptor_ > 0) {
+        close(descriptor_);
+    }
+    base_ = nullptr;
+    mappedSize_ = 0;
+    descriptor_ = open(path.data(), O_RDWR | O_CLOEXEC);
+    if (descriptor_ < 0) {
+        return false;
+    }
+    const off_t size = lseek(descriptor_, 0, SEEK_END);
+    lseek(descriptor_, 0, SEEK_SET);
+    void* registers =
+        mmap(nullptr, static_cast<std::size_t>(size), PROT_READ | PROT_WRITE, MAP_SHARED, descriptor_, 0);
+    if (registers != MAP_FAILED) {
+        base_ = static_cast<volatile std::uint32_t*>(registers);
+        mappedSize_ = static_cast<std::size_t>(size);
+    }
+    return true;
+}
+
+bool FPGAInterface::loadCoreAddresses() {
+    unsigned int address = 0;
+    if (getPldCoreAddress(deviceName_, kSyncCore, &address, 1, kAnyVersion, kAnyVersion) != 1) {
+        return false;
+    }
+    const auto registers = words(address);
+    if (registers.empty()) {
+        return false;
+    }
+    centralSync_ = registers.data();
+    return true;
+}
+
+std::span<volatile std::uint32_t> FPGAInterface::words(unsigned int address) const {
+    const std::span all(base_, mappedSize_ / sizeof(std::uint32_t));
+    const std::size_t first = address / sizeof(std::uint32_t);
+    return first < all.size() ? all.subspan(first) : std::span<volatile std::uint32_t>();
+}
+
+}  // namespace Valen::HAL
