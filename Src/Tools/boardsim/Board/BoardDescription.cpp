@@ -1,0 +1,46 @@
+#include "Tools/boardsim/Board/BoardDescription.h"
+
+#include <algorithm>
+
+namespace boardsim {
+namespace {
+
+constexpr std::uint32_t kAddressMask = ~0x3FU;
+
+BoardDescription makeOrca() {
+    BoardDescription board;
+    board.name = "orca";
+    board.fpgaBytes = 0x10000;
+    // Low bits are set here and there, as on real boards: whoever forgets to clear them misses the registers.
+    board.cores = {
+        {"cardid", 0x00010000, {0x00000001}},
+        {"subsys_hps_central_sync", 0x00030002, {0x00000401}},
+        {"misc_pio", 0x00010000, {0x00000440}},
+        {"ethernet_mdio", 0x00010001, {0x00000800, 0x00000841}},
+        {"subsys_hps_pio_temp_fpga", 0x00010000, {0x00000C02}},
+        {"subsys_hps_pio_temp_tile0", 0x00010000, {0x00000C42}},
+        {"subsys_hps_pio_temp_tile1", 0x00010000, {0x00000C82}},
+        {"subsys_hps_oled_spi", 0x00020000, {0x00000FC0}},
+        {"subsys_hps_oled_io_spi", 0x00010003, {0x00001005}},
+        {"version_only", 0x00010000, {}},
+    };
+    board.panelSpiCore = "subsys_hps_oled_spi";
+    board.panelRegisterCore = "subsys_hps_oled_io_spi";
+    board.panelSpiDevice = "1.0";
+    return board;
+}
+
+}  // namespace
+
+std::uint32_t BoardDescription::panelRegisters() const {
+    const auto core =
+        std::find_if(cores.begin(), cores.end(), [&](const Core& c) { return c.name == panelRegisterCore; });
+    return core->addresses.front() & kAddressMask;
+}
+
+const BoardDescription& orcaBoard() {
+    static const BoardDescription board = makeOrca();
+    return board;
+}
+
+}  // namespace boardsim

@@ -1,0 +1,87 @@
+#include "Tools/boardsim/Board/BoardWorld.h"
+
+#include <algorithm>
+
+namespace boardsim {
+namespace {
+
+const std::string kBusDevices = "/sys/bus/avalon/devices/";
+const std::string kFontDirectory = "/opt/pattern/oled";
+
+/// What a program may expect under "/dev" on any system. Everything else there belongs to the machine's own
+/// hardware.
+const std::vector<std::string_view> kUsualNodes{"null", "zero",  "full",   "random", "urandom",
+                                                "tty",  "ptmx",  "pts",    "shm",    "mqueue",
+                                                "fuse", "stdin", "stdout", "stderr", "fd"};
+
+std::string layoutFile(const BoardDescription& board, const BoardParts& missing) {
+    std::vector<Core> cores = board.cores;
+    if (missing.has(BoardPart::PanelRegisters)) {
+        std::erase_if(cores, [&](const Core& core) { return core.name == board.panelRegisterCore; });
+    }
+    return encodeLayout(cores);
+}
+
+void planPanel(WorldPlan& plan, const BoardDescription& board, const BoardParts& missing) {
+    if (missing.has(BoardPart::Spi)) {
+        return;
+    }
+    const std::string& device = board.panelSpiDevice;
+    const std::string bus = device.substr(0, device.find('.'));
+    const std::string directory =
+        kBusDevices + board.panelSpiCore + "/spi_master/spi" + bus + "/spi" + device;
+    plan.directories.push_back(directory);
+    if (!missing.has(BoardPart::Screen)) {
+        plan.acting.push_back(directory + "/screen");
+    }
+}
+
+void planFpga(WorldPlan& plan, const BoardDescription& board, const BoardParts& missing) {
+    plan.directories.push_back(kBusDevices + "fpga");
+    if (!missing.has(BoardPart::Layout)) {
+        plan.files.push_back({kBusDevices + "fpga/layout", layoutFile(board, missing)});
+    }
+    if (!missing.has(BoardPart::Fpga)) {
+        plan.registers = {"/dev/fpga", board.fpgaBytes};
+    }
+}
+
+void planFont(WorldPlan& plan, const BoardParts& missing, const std::string& font) {
+    if (missing.has(BoardPart::FontDirectory)) {
+        return;
+    }
+    plan.directories.push_back(kFontDirectory);
+    if (!missing.has(BoardPart::Font)) {
+        plan.borrowed.push_back({font, kFontDirectory + "/Font.ttf"});
+    }
+}
+
+}  // namespace
+
+WorldPlan planWorld(const BoardDescription& board, const BoardParts& missing, const std::string& font,
+                    bool reportsRegisters) {
+    WorldPlan plan;
+    plan.covers = {
+        {"/dev", kUsualNodes},
+        {"/sys/bus", {}, {"avalon"}},
+        {"/tmp", {}, {"i2c"}},
+        {"/opt", {}, {"pattern"}},
+    };
+    plan.directories = {"/tmp/i2c"};
+    plan.hiddenDirectory = "/dev/.boardsim-acting";
+    planFpga(plan, board, missing);
+    planPanel(plan, board, missing);
+    planFont(plan, missing, font);
+    if (!missing.has(BoardPart::Gpio)) {
+        plan.files.push_back({"/dev/gpio"});
+    }
+    if (!missing.has(BoardPart::Log)) {
+        plan.logSocket = "/dev/log";
+    }
+    if (reportsRegisters) {
+        plan.trapSocket = "/dev/.boardsim-trap";
+    }
+    return plan;
+}
+
+}  // namespace boardsim

@@ -1,0 +1,202 @@
+#include "Tools/boardsim/Cli/BoardSession.h"
+
+#include <csignal>
+#include <iostream>
+
+#include "Tools/boardsim/Board/RegisterTrace.h"
+#include "Tools/boardsim/Board/ScreenTrace.h"
+#include "Tools/boardsim/Host/ExitStatus.h"
+#include "Tools/boardsim/Host/SyslogLine.h"
+
+namespace boardsim {
+namespace {
+
+constexpr std::chrono::seconds kGrace{2};
+
+Transfer toTransfer(const ScreenAnswer& answer) {
+    return {answer.count, answer.error};
+}
+
+}  // namespace
+
+BoardSession::BoardSession(const RunOptions& options, const BoardDescription& board, const WorldPlan& plan,
+                           const ProgramStart& start, Outputs& outputs, SignalWatch& signals)
+    : board_(board),
+      outputs_(outputs),
+      screen_(board.panel, options.screen),
+      operator_(options.keys),
+      process_(plan, start) {
+    const Clock::time_point now = Clock::now();
+    if (outputs_.trace) {
+        trace_.emplace([this](std::string_view line) { outputs_.trace->write(line); }, now);
+    }
+    if (options.timeout) {
+        deadline_ = now + *options.timeout;
+    }
+    wire(signals);
+}
+
+void BoardSession::wire(SignalWatch& signals) {
+    screen_.listen([this](const ScreenEvent& event) { onScreen(event); });
+    loop_.watch(process_.channel().descriptor(), [this] { onControl(); });
+    loop_.watch(signals.descriptor(), [this, &signals] {
+        if (const std::optional<int> number = signals.takeForwardable()) {
+            process_.signal(*number);
+        }
+    });
+    loop_.addTimer([this] { return operator_.due(); }, [this] { playKeys(); });
+    loop_.addTimer([this] { return nextEnding(); }, [this] { endProgram(); });
+}
+
+int BoardSession::run() {
+    loop_.run();
+    drainSockets();
+    if (trace_) {
+        trace_->finish();
+    }
+    process_.join();
+    if (!failure_.empty()) {
+        std::cerr << "boardsim: " << failure_ << "\n";
+        return kBoardFailed;
+    }
+    if (endingSignals_ > 0) {
+        return kTimedOut;
+    }
+    if (!waitStatus_) {
+        std::cerr << "boardsim: the board's processes were killed\n";
+        return kBoardFailed;
+    }
+    return shellStatus(*waitStatus_);
+}
+
+void BoardSession::onControl() {
+    std::optional<ControlMessage> message = process_.channel().receive();
+    if (!message) {
+        loop_.stop();
+        return;
+    }
+    switch (message->kind) {
+        case ControlKind::FuseDevice:
+            return serveScreen(std::move(message->descriptor));
+        case ControlKind::LogSocket:
+            return readLog(std::move(message->descriptor));
+        case ControlKind::TrapSocket:
+            return readTrap(std::move(message->descriptor));
+        case ControlKind::RegisterMemory:
+            registers_.emplace(message->descriptor, board_.fpgaBytes);
+            return;
+        case ControlKind::Failed:
+            failure_ = message->text;
+            return;
+        case ControlKind::Ended:
+            waitStatus_ = message->value;
+            return;
+        case ControlKind::Signal:
+            return;
+    }
+}
+
+void BoardSession::serveScreen(Descriptor device) {
+    ActingFile screen{[this](std::uint64_t offset, std::span<std::byte> into) {
+                          return toTransfer(screen_.read(offset, into));
+                      },
+                      [this](std::uint64_t offset, std::span<const std::byte> bytes) {
+                          return toTransfer(screen_.write(offset, bytes));
+                      }};
+    server_.emplace(std::move(device), std::vector{std::move(screen)}, [this] { drainSockets(); });
+    loop_.watch(server_->descriptor(), [this] {
+        if (!server_->serveOne()) {
+            loop_.unwatch(server_->descriptor());
+        }
+    });
+}
+
+void BoardSession::readLog(Descriptor socket) {
+    log_.emplace(std::move(socket), [this](std::string_view datagram) {
+        if (outputs_.log) {
+            outputs_.log->write(readableSyslogLine(datagram) + "\n");
+        }
+    });
+    loop_.watch(log_->descriptor(), [this] { log_->drain(); });
+}
+
+void BoardSession::readTrap(Descriptor socket) {
+    trap_.emplace(std::move(socket), [this](std::string_view datagram) { takeRegisterReport(datagram); });
+    loop_.watch(trap_->descriptor(), [this] { trap_->drain(); });
+}
+
+void BoardSession::takeRegisterReport(std::string_view datagram) {
+    const std::optional<TrapEvent> event = readTrapEvent(datagram);
+    if (!event || !trace_) {
+        return;
+    }
+    if (event->kind == TrapEventKind::Read) {
+        trace_->addRepeatable(Clock::now(), describe(*event));
+        return;
+    }
+    trace(describe(*event));
+    if (event->kind == TrapEventKind::Write) {
+        offerToPanel(*event);
+    }
+}
+
+void BoardSession::offerToPanel(const TrapEvent& write) {
+    const std::uint64_t base = board_.panelRegisters();
+    if (write.offset < base || write.offset - base >= PanelRegisters::kBlockBytes) {
+        return;
+    }
+    if (!panel_.write(static_cast<std::uint32_t>(write.offset - base), 8U * write.width, write.value)) {
+        trace("panel refused " + describe(write));
+    }
+}
+
+/// What the program did before it touched an acting file has been told already, and comes first.
+void BoardSession::drainSockets() {
+    if (trap_) {
+        trap_->drain();
+    }
+    if (log_) {
+        log_->drain();
+    }
+}
+
+void BoardSession::onScreen(const ScreenEvent& event) {
+    if (event.kind == ScreenEvent::Kind::Frame) {
+        operator_.frameSeen(Clock::now());
+    } else if (event.kind == ScreenEvent::Kind::State) {
+        operator_.stateSeen(Clock::now());
+    }
+    trace(describe(event));
+}
+
+void BoardSession::playKeys() {
+    while (const KeyStep* step = operator_.play(Clock::now())) {
+        for (const KeyStroke& stroke : step->strokes) {
+            panel_.operate(stroke.key, stroke.times);
+        }
+        trace("operator " + step->text);
+        if (registers_) {
+            registers_->store(board_.panelRegisters() + PanelRegisters::kCounters, panel_.counters());
+        }
+    }
+}
+
+std::optional<BoardSession::Clock::time_point> BoardSession::nextEnding() const {
+    if (!deadline_ || endingSignals_ > 1) {
+        return std::nullopt;
+    }
+    return endingSignals_ == 0 ? *deadline_ : *deadline_ + kGrace;
+}
+
+void BoardSession::endProgram() {
+    process_.signal(endingSignals_ == 0 ? SIGTERM : SIGKILL);
+    ++endingSignals_;
+}
+
+void BoardSession::trace(std::string_view event) {
+    if (trace_) {
+        trace_->add(Clock::now(), event);
+    }
+}
+
+}  // namespace boardsim

@@ -1,0 +1,80 @@
+#pragma once
+
+#include <chrono>
+#include <optional>
+#include <string>
+
+#include "Tools/boardsim/Board/BoardDescription.h"
+#include "Tools/boardsim/Cli/Outputs.h"
+#include "Tools/boardsim/Cli/RunOptions.h"
+#include "Tools/boardsim/Host/BoardProcess.h"
+#include "Tools/boardsim/Host/DatagramReader.h"
+#include "Tools/boardsim/Host/EventLoop.h"
+#include "Tools/boardsim/Host/FuseServer.h"
+#include "Tools/boardsim/Host/RegisterTrap/TrapEvent.h"
+#include "Tools/boardsim/Host/SharedRegisters.h"
+#include "Tools/boardsim/Host/SignalWatch.h"
+#include "Tools/boardsim/Host/TraceLog.h"
+#include "Tools/boardsim/Models/PanelRegisters.h"
+#include "Tools/boardsim/Models/PanelScreen.h"
+#include "Tools/boardsim/Operator/KeyPlayer.h"
+
+namespace boardsim {
+
+/// One run of a program on a board: the models, the operator, and the wires between them and the processes of
+/// the board. Single-threaded.
+class BoardSession {
+public:
+    /// @param outputs and `signals` outlive the session.
+    /// @throws std::exception when the board's processes cannot be made.
+    BoardSession(const RunOptions& options, const BoardDescription& board, const WorldPlan& plan,
+                 const ProgramStart& start, Outputs& outputs, SignalWatch& signals);
+
+    /// Serves the board until nothing of it is left. @return the exit status for boardsim.
+    /// @throws std::exception when serving fails; the board is gone when the session is destroyed.
+    int run();
+
+    const PanelScreen& screen() const { return screen_; }
+    std::size_t keyStepsLeft() const { return operator_.remaining(); }
+
+private:
+    using Clock = EventLoop::Clock;
+
+    void wire(SignalWatch& signals);
+    void onControl();
+    void serveScreen(Descriptor device);
+    void readLog(Descriptor socket);
+    void readTrap(Descriptor socket);
+    void takeRegisterReport(std::string_view datagram);
+    void offerToPanel(const TrapEvent& write);
+    void drainSockets();
+    void onScreen(const ScreenEvent& event);
+    void playKeys();
+    std::optional<Clock::time_point> nextEnding() const;
+    void endProgram();
+    void trace(std::string_view event);
+
+    const BoardDescription& board_;
+    Outputs& outputs_;
+    PanelScreen screen_;
+    PanelRegisters panel_;
+    KeyPlayer operator_;
+    std::optional<TraceLog> trace_;
+    EventLoop loop_;
+
+    std::optional<Clock::time_point> deadline_;
+    int endingSignals_ = 0;  ///< how often the program was told to end because its time is over
+
+    std::optional<int> waitStatus_;
+    std::string failure_;
+
+    // Destroyed in reverse: a process that waits for an answer of the server must be let go before the
+    // board's processes can be waited for.
+    BoardProcess process_;
+    std::optional<SharedRegisters> registers_;
+    std::optional<DatagramReader> log_;
+    std::optional<DatagramReader> trap_;
+    std::optional<FuseServer> server_;
+};
+
+}  // namespace boardsim

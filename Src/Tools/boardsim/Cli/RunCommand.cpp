@@ -1,0 +1,77 @@
+#include "Tools/boardsim/Cli/RunCommand.h"
+
+#include <cstdlib>
+#include <exception>
+#include <iostream>
+
+#include "Tools/boardsim/Board/BoardWorld.h"
+#include "Tools/boardsim/Cli/BoardSession.h"
+#include "Tools/boardsim/Cli/Outputs.h"
+#include "Tools/boardsim/Host/ExitStatus.h"
+#include "Tools/boardsim/Host/Preload.h"
+
+namespace boardsim {
+namespace {
+
+int complain(const std::string& what, int status) {
+    std::cerr << "boardsim: " << what << "\n";
+    return status;
+}
+
+/// Makes the program report its register accesses to `socket`. @return an exit status when it cannot.
+int addTrap(ProgramStart& start, const std::string& socket) {
+    const std::optional<std::string> library = findTrapLibrary();
+    if (!library) {
+        return complain("cannot find libboardsim-trap.so, which --trace needs", kBoardFailed);
+    }
+    const char* path = std::getenv("PATH");
+    const std::optional<std::string> program = findProgram(start.words[0], path == nullptr ? "" : path);
+    if (program && isStaticallyLinked(*program)) {
+        return complain(*program +
+                            " is statically linked: its register accesses cannot be traced; "
+                            "run it without --trace",
+                        kCannotExecute);
+    }
+    start.environment = trapEnvironment(*library, socket);
+    return kSuccess;
+}
+
+int runSession(const RunOptions& options, Outputs& outputs) {
+    SignalWatch signals;
+    const BoardDescription& board = orcaBoard();
+    const WorldPlan plan = planWorld(board, options.missing, options.font, !options.traceFile.empty());
+    ProgramStart start{options.program, {}, signals.maskBefore()};
+    if (outputs.trace) {
+        if (const int refused = addTrap(start, plan.trapSocket); refused != kSuccess) {
+            return refused;
+        }
+    }
+    BoardSession session(options, board, plan, start, outputs, signals);
+    const int status = session.run();
+    if (status == kBoardFailed) {
+        return status;
+    }
+    if (session.keyStepsLeft() > 0) {
+        std::cerr << "boardsim: the program ended before " << session.keyStepsLeft() << " of "
+                  << options.keys.size() << " key steps\n";
+    }
+    outputs.writePicture(session.screen(), options);
+    return status;
+}
+
+}  // namespace
+
+int runProgramOnBoard(const RunOptions& options) {
+    try {
+        Outputs outputs(options);
+        try {
+            return runSession(options, outputs);
+        } catch (const std::exception& failure) {
+            return complain(failure.what(), kBoardFailed);
+        }
+    } catch (const std::exception& failure) {
+        return complain(failure.what(), kUsageError);
+    }
+}
+
+}  // namespace boardsim

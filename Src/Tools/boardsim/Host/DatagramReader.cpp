@@ -1,0 +1,29 @@
+#include "Tools/boardsim/Host/DatagramReader.h"
+
+#include <sys/socket.h>
+
+#include <cerrno>
+
+namespace boardsim {
+namespace {
+
+/// More than a sender's socket takes at once by default (net.core.wmem_default).
+constexpr std::size_t kLongest = 256 * 1024;
+
+}  // namespace
+
+DatagramReader::DatagramReader(Descriptor socket, std::function<void(std::string_view)> take)
+    : socket_(std::move(socket)), take_(std::move(take)), buffer_(kLongest) {}
+
+void DatagramReader::drain() {
+    for (;;) {
+        const ssize_t received = recv(socket_.get(), buffer_.data(), buffer_.size(), MSG_DONTWAIT);
+        if (received >= 0) {
+            take_({buffer_.data(), static_cast<std::size_t>(received)});
+        } else if (errno != EINTR) {
+            return;
+        }
+    }
+}
+
+}  // namespace boardsim

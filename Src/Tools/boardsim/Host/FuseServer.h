@@ -1,0 +1,38 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "Tools/boardsim/Host/ActingFile.h"
+#include "Tools/boardsim/Host/Descriptor.h"
+
+namespace boardsim {
+
+/// Answers the kernel's requests for the acting files of a board, over the descriptor of a FUSE file system
+/// that is mounted already. The file system is one flat directory in which file number n has the name
+/// actingName(n). Nothing is cached; truncating is taken and means nothing. Not thread-safe.
+/// Source: the FUSE protocol as libfuse's low-level interface presents it.
+class FuseServer {
+public:
+    /// @param device owned from now on.
+    /// @param beforeRequest called after a request arrived and before it is answered.
+    /// @throws std::runtime_error when libfuse refuses.
+    FuseServer(Descriptor device, std::vector<ActingFile> files, std::function<void()> beforeRequest);
+    FuseServer(const FuseServer&) = delete;
+    FuseServer& operator=(const FuseServer&) = delete;
+    ~FuseServer();
+
+    /// For poll(): readable when a request waits.
+    int descriptor() const;
+
+    /// Answers one request. Does not block when none waits.
+    /// @return false when the file system is gone for good.
+    bool serveOne();
+
+private:
+    struct State;
+    std::unique_ptr<State> state_;
+};
+
+}  // namespace boardsim

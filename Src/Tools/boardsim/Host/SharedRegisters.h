@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "Tools/boardsim/Host/Descriptor.h"
+
+namespace boardsim {
+
+/// The memory behind the mapped register device, as boardsim sees it: 32-bit registers at byte offsets.
+class SharedRegisters {
+public:
+    /// Maps the whole of `memory`, `bytes` long. The descriptor is not needed afterwards.
+    /// @throws std::system_error
+    SharedRegisters(const Descriptor& memory, std::size_t bytes);
+    SharedRegisters(const SharedRegisters&) = delete;
+    SharedRegisters& operator=(const SharedRegisters&) = delete;
+    ~SharedRegisters();
+
+    /// Sets a register in one access, so that the program sees the old value or the new one.
+    /// @param offset a multiple of 4 inside the memory.
+    void store(std::uint32_t offset, std::uint32_t value);
+
+private:
+    std::uint32_t* words_;
+    std::size_t bytes_;
+};
+
+}  // namespace boardsim

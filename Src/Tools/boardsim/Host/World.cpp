@@ -1,0 +1,166 @@
+#include "Tools/boardsim/Host/World.h"
+
+#include <fcntl.h>
+#include <sched.h>
+#include <sys/mount.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+
+#include <algorithm>
+#include <cstring>
+#include <filesystem>
+#include <stdexcept>
+
+#include "Tools/boardsim/Host/Mounts.h"
+#include "Tools/boardsim/Host/SystemError.h"
+
+namespace boardsim {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr mode_t kForEverybody = 0666;
+
+void makeParents(const std::string& path) {
+    fs::create_directories(fs::path(path).parent_path());
+}
+
+/// A descriptor of the machine's file, taken before anything can cover it.
+Descriptor holdSource(const std::string& path) {
+    Descriptor source(open(path.c_str(), O_PATH | O_CLOEXEC));
+    if (!source) {
+        throw systemError("cannot open " + path);
+    }
+    return source;
+}
+
+Descriptor openFuse() {
+    Descriptor device(open("/dev/fuse", O_RDWR | O_CLOEXEC | O_NONBLOCK));
+    if (!device) {
+        throw std::runtime_error(
+            std::string("cannot open /dev/fuse: ") + std::strerror(errno) +
+            ".\nLoad the kernel's module with: modprobe fuse; let everybody use it with: "
+            "chmod 0666 /dev/fuse; in a container, run it with --device /dev/fuse.");
+    }
+    return device;
+}
+
+void cover(const CoveredDirectory& directory) {
+    coverDirectory(directory.path, [&](std::string_view name) {
+        const auto listed = [&](const auto& names) {
+            return std::find(names.begin(), names.end(), name) != names.end();
+        };
+        return (directory.shown.empty() || listed(directory.shown)) && !listed(directory.hidden);
+    });
+}
+
+Descriptor makeFile(const std::string& path) {
+    makeParents(path);
+    Descriptor file(open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, kForEverybody));
+    if (!file || fchmod(file.get(), kForEverybody) != 0) {
+        throw systemError("cannot make " + path);
+    }
+    return file;
+}
+
+void makePlainFile(const PlainFile& plain) {
+    const Descriptor file = makeFile(plain.path);
+    // The cover is memory: it takes a few hundred bytes at once or is full.
+    if (write(file.get(), plain.contents.data(), plain.contents.size()) !=
+        static_cast<ssize_t>(plain.contents.size())) {
+        throw systemError("cannot fill " + plain.path);
+    }
+}
+
+void makeRegisters(const MemoryFile& memory, ControlChannel& host) {
+    const Descriptor file = makeFile(memory.path);
+    if (ftruncate(file.get(), static_cast<off_t>(memory.bytes)) != 0) {
+        throw systemError("cannot size " + memory.path);
+    }
+    host.send(ControlKind::RegisterMemory, 0, {}, file.get());
+}
+
+void makeSocket(const std::string& path, ControlKind kind, ControlChannel& host) {
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    path.copy(address.sun_path, sizeof address.sun_path - 1);
+    const Descriptor socket(::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
+    makeParents(path);
+    if (!socket || bind(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0 ||
+        chmod(path.c_str(), kForEverybody) != 0) {
+        throw systemError("cannot make the socket " + path);
+    }
+    host.send(kind, 0, {}, socket.get());
+}
+
+/// Acting files live in one served file system, mounted where nobody looks; each is bound to its place, so
+/// that every path lookup on the way there is the kernel's own affair.
+void makeActingFiles(const WorldPlan& plan, Descriptor device, ControlChannel& host) {
+    const std::string& hidden = plan.hiddenDirectory;
+    fs::create_directories(hidden);
+    const std::string options =
+        "fd=" + std::to_string(device.get()) + ",rootmode=40000,user_id=0,group_id=0,allow_other";
+    if (mount("boardsim", hidden.c_str(), "fuse", MS_NOSUID | MS_NODEV, options.c_str()) != 0) {
+        throw systemError("cannot mount a FUSE file system (is it allowed in user namespaces here?)");
+    }
+    host.send(ControlKind::FuseDevice, 0, {}, device.get());
+    // Were it open in here too, the files would go on waiting for answers when boardsim is gone.
+    device.reset();
+
+    for (std::size_t i = 0; i < plan.acting.size(); ++i) {
+        makeFile(plan.acting[i]);
+        bindPath(hidden + "/" + actingName(i), plan.acting[i]);
+    }
+    if (umount2(hidden.c_str(), MNT_DETACH) != 0) {
+        throw systemError("cannot hide " + hidden);
+    }
+    fs::remove(hidden);
+}
+
+}  // namespace
+
+std::string actingName(std::size_t index) {
+    return std::to_string(index);
+}
+
+void makeWorld(const WorldPlan& plan, ControlChannel& host) {
+    enterPrivateMounts(CLONE_NEWPID);
+
+    Descriptor fuse;
+    if (!plan.acting.empty()) {
+        fuse = openFuse();
+    }
+    std::vector<Descriptor> sources;
+    for (const BorrowedFile& file : plan.borrowed) {
+        sources.push_back(holdSource(file.source));
+    }
+
+    for (const CoveredDirectory& directory : plan.covers) {
+        cover(directory);
+    }
+    for (const std::string& directory : plan.directories) {
+        fs::create_directories(directory);
+    }
+    for (const PlainFile& file : plan.files) {
+        makePlainFile(file);
+    }
+    for (std::size_t i = 0; i < sources.size(); ++i) {
+        makeParents(plan.borrowed[i].target);
+        bindPath("/proc/self/fd/" + std::to_string(sources[i].get()), plan.borrowed[i].target);
+    }
+    if (!plan.registers.path.empty()) {
+        makeRegisters(plan.registers, host);
+    }
+    if (!plan.logSocket.empty()) {
+        makeSocket(plan.logSocket, ControlKind::LogSocket, host);
+    }
+    if (!plan.trapSocket.empty()) {
+        makeSocket(plan.trapSocket, ControlKind::TrapSocket, host);
+    }
+    if (fuse) {
+        makeActingFiles(plan, std::move(fuse), host);
+    }
+}
+
+}  // namespace boardsim

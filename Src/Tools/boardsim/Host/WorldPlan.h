@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace boardsim {
+
+/// A directory that gets a writable cover. Its old entries stay visible, but for `hidden`; with `shown` not
+/// empty only those stay.
+struct CoveredDirectory {
+    std::string path;
+    std::vector<std::string_view> shown{};
+    std::vector<std::string_view> hidden{};
+};
+
+/// A plain file with its contents.
+struct PlainFile {
+    std::string path;
+    std::string contents{};
+};
+
+/// A file of the machine that is shown at another place in the board.
+struct BorrowedFile {
+    std::string source;  ///< as seen outside, absolute
+    std::string target;
+};
+
+/// A file that a program can map and whose memory boardsim shares.
+struct MemoryFile {
+    std::string path{};  ///< none when empty
+    std::size_t bytes = 0;
+};
+
+/// What a program finds on the board, beside the machine's own files. Directories above a listed path are
+/// made as needed. All files can be read and written by everybody, as root's devices can by root's programs.
+struct WorldPlan {
+    std::vector<CoveredDirectory> covers{};
+    std::vector<std::string> directories{};
+    std::vector<PlainFile> files{};
+    std::vector<BorrowedFile> borrowed{};
+    std::vector<std::string> acting{};  ///< files whose every access is answered by boardsim
+    MemoryFile registers{};
+    std::string logSocket{};        ///< path of the datagram socket for syslog; none when empty
+    std::string trapSocket{};       ///< path of the datagram socket for register accesses; none when empty
+    std::string hiddenDirectory{};  ///< a free path under a cover, used while the world is made
+};
+
+}  // namespace boardsim

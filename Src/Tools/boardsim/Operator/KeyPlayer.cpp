@@ -1,0 +1,49 @@
+#include "Tools/boardsim/Operator/KeyPlayer.h"
+
+#include <algorithm>
+
+namespace boardsim {
+
+void KeyPlayer::frameSeen(Clock::time_point now) {
+    frameSeen_ = true;
+    lastFrame_ = ++order_;
+    screenTime_ = now;
+}
+
+void KeyPlayer::stateSeen(Clock::time_point now) {
+    lastState_ = ++order_;
+    screenTime_ = now;
+    if (frameSeen_ && !ready_) {
+        ready_ = true;
+        stepTime_ = now;
+    }
+}
+
+std::optional<KeyPlayer::Clock::time_point> KeyPlayer::due() const {
+    if (!ready_ || remaining() == 0) {
+        return std::nullopt;
+    }
+    const KeyStep& step = steps_[next_];
+    if (step.strokes.empty()) {
+        return stepTime_ + step.pause;
+    }
+    if (answered()) {
+        return std::max(screenTime_ + kQuiet, stepTime_);
+    }
+    return std::max(screenTime_, stepTime_) + kPatience;
+}
+
+const KeyStep* KeyPlayer::play(Clock::time_point now) {
+    const std::optional<Clock::time_point> when = due();
+    if (!when || now < *when) {
+        return nullptr;
+    }
+    const KeyStep& step = steps_[next_++];
+    stepTime_ = now;
+    if (!step.strokes.empty()) {
+        lastStep_ = ++order_;
+    }
+    return &step;
+}
+
+}  // namespace boardsim

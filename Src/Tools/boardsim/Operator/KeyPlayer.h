@@ -1,0 +1,57 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <optional>
+#include <vector>
+
+#include "Tools/boardsim/Operator/KeyScript.h"
+
+namespace boardsim {
+
+/// An operator who follows a script as a patient person does: begins when the panel shows a first picture and
+/// a state came after it, and takes each further step only when the program has answered the one before with
+/// a new state and the screen has been quiet for 20 ms since. A program that does not answer gets 500 ms
+/// before the operator goes on. Pauses count from the step before them.
+///
+/// Knows no clock: every call says what time it is. Not thread-safe.
+class KeyPlayer {
+public:
+    using Clock = std::chrono::steady_clock;
+
+    static constexpr std::chrono::milliseconds kQuiet{20};
+    static constexpr std::chrono::milliseconds kPatience{500};
+
+    explicit KeyPlayer(std::vector<KeyStep> steps) : steps_(std::move(steps)) {}
+
+    /// The program sent a picture, or a state.
+    void frameSeen(Clock::time_point now);
+    void stateSeen(Clock::time_point now);
+
+    /// When play() will take the next step if nothing else happens; nothing while the operator waits for the
+    /// program or is through.
+    std::optional<Clock::time_point> due() const;
+
+    /// Takes the next step if it is due. Pauses are over when they are taken.
+    /// @return the step taken, which lives as long as the player; null when none was due.
+    const KeyStep* play(Clock::time_point now);
+
+    std::size_t remaining() const { return steps_.size() - next_; }
+
+private:
+    bool answered() const { return lastState_ > lastFrame_ && lastState_ > lastStep_; }
+
+    std::vector<KeyStep> steps_;
+    std::size_t next_ = 0;
+    bool frameSeen_ = false;
+    bool ready_ = false;  ///< a first picture and a state after it came
+    // Numbers that order what happened, and the times when it did.
+    unsigned long order_ = 0;
+    unsigned long lastFrame_ = 0;
+    unsigned long lastState_ = 0;
+    unsigned long lastStep_ = 0;
+    Clock::time_point screenTime_{};
+    Clock::time_point stepTime_{};
+};
+
+}  // namespace boardsim
