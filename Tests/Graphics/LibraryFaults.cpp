@@ -1,0 +1,47 @@
+#include "Tests/Graphics/LibraryFaults.h"
+
+#include <ft2build.h>
+#include <png.h>
+#include FT_FREETYPE_H
+
+// The linker sends calls of NAME to __wrap_NAME and calls of __real_NAME to NAME.
+extern "C" {
+
+FT_Error __real_FT_Init_FreeType(FT_Library* library);
+FT_Error __wrap_FT_Init_FreeType(FT_Library* library);
+FT_Error __wrap_FT_Init_FreeType(FT_Library* library) {
+    return libraryFaults.initFreeType ? FT_Err_Out_Of_Memory : __real_FT_Init_FreeType(library);
+}
+
+FT_Error __real_FT_Load_Glyph(FT_Face face, FT_UInt index, FT_Int32 flags);
+FT_Error __wrap_FT_Load_Glyph(FT_Face face, FT_UInt index, FT_Int32 flags);
+FT_Error __wrap_FT_Load_Glyph(FT_Face face, FT_UInt index, FT_Int32 flags) {
+    ++libraryFaults.glyphLoads;
+    const FT_Error error = __real_FT_Load_Glyph(face, index, flags);
+    return libraryFaults.loadGlyph ? FT_Err_Invalid_Outline : error;
+}
+
+FT_Error __real_FT_Render_Glyph(FT_GlyphSlot slot, FT_Render_Mode mode);
+FT_Error __wrap_FT_Render_Glyph(FT_GlyphSlot slot, FT_Render_Mode mode);
+FT_Error __wrap_FT_Render_Glyph(FT_GlyphSlot slot, FT_Render_Mode mode) {
+    return libraryFaults.renderGlyph ? FT_Err_Raster_Overflow : __real_FT_Render_Glyph(slot, mode);
+}
+
+png_structp __real_png_create_read_struct(png_const_charp version, png_voidp context, png_error_ptr error,
+                                          png_error_ptr warning);
+png_structp __wrap_png_create_read_struct(png_const_charp version, png_voidp context, png_error_ptr error,
+                                          png_error_ptr warning);
+png_structp __wrap_png_create_read_struct(png_const_charp version, png_voidp context, png_error_ptr error,
+                                          png_error_ptr warning) {
+    if (libraryFaults.createReadStruct)
+        return nullptr;
+    return __real_png_create_read_struct(version, context, error, warning);
+}
+
+png_infop __real_png_create_info_struct(png_const_structrp png);
+png_infop __wrap_png_create_info_struct(png_const_structrp png);
+png_infop __wrap_png_create_info_struct(png_const_structrp png) {
+    return libraryFaults.createInfoStruct ? nullptr : __real_png_create_info_struct(png);
+}
+
+}  // extern "C"
