@@ -150,7 +150,7 @@ void BoardSession::offerToPanel(const TrapEvent& write) {
     }
 }
 
-/// What the program did before it touched an acting file has been told already, and comes first.
+/// What the program did before has been told already; it comes first in log and trace.
 void BoardSession::drainSockets() {
     if (trap_) {
         trap_->drain();
@@ -171,10 +171,11 @@ void BoardSession::onScreen(const ScreenEvent& event) {
 
 void BoardSession::playKeys() {
     while (const KeyStep* step = operator_.play(Clock::now())) {
+        drainSockets();
+        trace("operator " + step->text);
         for (const KeyStroke& stroke : step->strokes) {
             panel_.operate(stroke.key, stroke.times);
         }
-        trace("operator " + step->text);
         if (registers_) {
             registers_->store(board_.panelRegisters() + PanelRegisters::kCounters, panel_.counters());
         }

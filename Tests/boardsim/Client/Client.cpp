@@ -1,0 +1,136 @@
+// A program for the virtual board that does what its words say, one after the other. Everything it touches,
+// it touches as the device's software would: the "screen" file, the mapped registers, syslog.
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <syslog.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <csignal>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr const char* kScreen = "/sys/bus/avalon/devices/subsys_hps_oled_spi/spi_master/spi1/spi1.0/screen";
+constexpr std::size_t kRegisterSpace = 65536;
+constexpr std::size_t kPanelLed = 0x1000 / 4;
+constexpr std::size_t kPanelCounters = 0x1004 / 4;
+
+[[noreturn]] void give(const char* what) {
+    std::perror(what);
+    std::exit(1);
+}
+
+int screen() {
+    static const int file = open(kScreen, O_RDWR | O_CLOEXEC);
+    if (file < 0) {
+        give(kScreen);
+    }
+    return file;
+}
+
+volatile std::uint32_t* registers() {
+    static volatile std::uint32_t* const base = [] {
+        const int file = open("/dev/fpga", O_RDWR | O_CLOEXEC);
+        void* mapped = mmap(nullptr, kRegisterSpace, PROT_READ | PROT_WRITE, MAP_SHARED, file, 0);
+        if (file < 0 || mapped == MAP_FAILED) {
+            give("/dev/fpga");
+        }
+        return static_cast<volatile std::uint32_t*>(mapped);
+    }();
+    return base;
+}
+
+void put(const std::string& bytes) {
+    lseek(screen(), 0, SEEK_SET);
+    const ssize_t written = write(screen(), bytes.data(), bytes.size());
+    if (written != static_cast<ssize_t>(bytes.size())) {
+        std::printf("written %zd\n", written);
+    }
+}
+
+int number(const std::string& text) {
+    return static_cast<int>(std::strtol(text.c_str(), nullptr, 0));
+}
+
+/// Prints the counters' next values as they change, `changes` times, and answers each with a new state.
+void await(const std::string& changes) {
+    std::uint32_t last = registers()[kPanelCounters];
+    put(std::string(15360, '\0'));
+    put("1\n");
+    for (int i = number(changes); i > 0;) {
+        const std::uint32_t now = registers()[kPanelCounters];
+        if (now != last) {
+            std::printf("0x%08x\n", now);
+            std::fflush(stdout);
+            last = now;
+            --i;
+            put("1\n");
+        }
+    }
+}
+
+void sayAndHang(const std::string& text) {
+    std::puts(text.c_str());
+    std::fflush(stdout);
+    for (;;) {
+        pause();
+    }
+}
+
+/// Prints each signal that comes; SIGUSR1 is the last.
+void tellSignals(const std::string&) {
+    sigset_t told;
+    sigfillset(&told);
+    sigprocmask(SIG_BLOCK, &told, nullptr);
+    std::puts("ready");
+    int number = 0;
+    while (number != SIGUSR1) {
+        std::fflush(stdout);
+        sigwait(&told, &number);
+        std::printf("signal %d\n", number);
+    }
+}
+
+const std::map<std::string, std::function<void(const std::string&)>> kWords{
+    {"draw", [](const std::string& value) { put(std::string(15360, static_cast<char>(number(value)))); }},
+    {"state", [](const std::string& state) { put(state + "\n"); }},
+    {"lit",
+     [](const std::string&) {
+         char byte = 2;
+         lseek(screen(), 0, SEEK_SET);
+         const ssize_t count = read(screen(), &byte, 1);
+         std::printf("read %zd, %d\n", count, byte);
+     }},
+    {"await", await},
+    {"counters", [](const std::string&) { std::printf("0x%08x\n", registers()[kPanelCounters]); }},
+    {"spin",
+     [](const std::string& times) {
+         for (int i = number(times); i > 0; --i) {
+             static_cast<void>(registers()[kPanelCounters]);
+         }
+     }},
+    {"led",
+     [](const std::string& value) { registers()[kPanelLed] = static_cast<std::uint32_t>(number(value)); }},
+    {"spoil",
+     [](const std::string& v) { registers()[kPanelCounters] = static_cast<std::uint32_t>(number(v)); }},
+    {"log", [](const std::string& text) { syslog(LOG_LOCAL0 | LOG_INFO, "%s", text.c_str()); }},
+    {"hang", sayAndHang},
+    {"signals", tellSignals},
+    {"exit", [](const std::string& status) { std::exit(number(status)); }},
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    for (const std::string& word : std::vector<std::string>(argv + 1, argv + argc)) {
+        const std::size_t colon = std::min(word.find(':'), word.size());
+        kWords.at(word.substr(0, colon))(colon < word.size() ? word.substr(colon + 1) : "");
+    }
+}

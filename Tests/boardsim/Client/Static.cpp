@@ -1,0 +1,2 @@
+// Linked statically: the dynamic linker has no part in it.
+int main() {}

@@ -1,0 +1,53 @@
+// An operator's keys as a program reads them from the panel's registers.
+#include <gmock/gmock.h>
+
+#include "Tests/Support/VirtualBoard.h"
+
+namespace {
+
+using support::board;
+using support::BoardRun;
+
+const std::string kClient = CLIENT;
+
+TEST(KeysTest, EachStepChangesTheCountersOnce) {
+    const BoardRun run = board().keys("left 2xright red 3xcw ccw").run({kClient, "await:5"});
+    EXPECT_EQ("0x00000001\n0x00000021\n0x00000121\n0x00030121\n0x00020121\n", run.out);
+    EXPECT_EQ("", run.err);
+}
+
+TEST(KeysTest, CountersWrapInTheirOwnBits) {
+    const BoardRun run = board().keys("14xleft 3xleft 2xccw 3xcw").run({kClient, "await:4"});
+    EXPECT_EQ("0x0000000e\n0x00000001\n0x00fe0001\n0x00010001\n", run.out);
+}
+
+TEST(KeysTest, StrokesOfOneMomentArriveTogether) {
+    const BoardRun run = board().keys("left+2xccw+red").run({kClient, "await:1"});
+    EXPECT_EQ("0x00fe0101\n", run.out);
+}
+
+TEST(KeysTest, NoKeyIsPressedBeforeTheProgramHasDrawn) {
+    // 100,000 polls take longer than an operator's 20 ms of patience.
+    const BoardRun run = board().keys("left").run(
+        {kClient, "spin:100000", "counters", "state:1", "spin:100000", "counters", "await:1"});
+    EXPECT_EQ("0x00000000\n0x00000000\n0x00000001\n", run.out);
+}
+
+TEST(KeysTest, PausesArePassedOver) {
+    const BoardRun run = board().keys("wait:30 left wait:30 right wait:1").run({kClient, "await:2"});
+    EXPECT_EQ("0x00000001\n0x00000011\n", run.out);
+}
+
+TEST(KeysTest, StepsThatWereNotTakenAreReported) {
+    const BoardRun run = board().keys("left right red").run({kClient, "await:1"});
+    EXPECT_EQ(0, run.status);
+    EXPECT_EQ("0x00000001\n", run.out);
+    EXPECT_EQ("boardsim: the program ended before 2 of 3 key steps\n", run.err);
+}
+
+TEST(KeysTest, WhatAProgramWritesOverTheCountersIsGoneWithTheNextKey) {
+    const BoardRun run = board().keys("left").run({kClient, "spoil:0x7777", "await:1"});
+    EXPECT_EQ("0x00000001\n", run.out);
+}
+
+}  // namespace

@@ -1,0 +1,124 @@
+// boardsim as an ordinary user, and on machines that refuse what it needs.
+#include <gmock/gmock.h>
+#include <sched.h>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
+#include <unistd.h>
+
+#include <fstream>
+
+#include "Tests/boardsim/Support/Process.h"
+#include "Tools/boardsim/Host/Mounts.h"
+
+namespace {
+
+using processes::onBoard;
+using processes::runToEnd;
+using testing::HasSubstr;
+
+const std::string kScreen = "/sys/bus/avalon/devices/subsys_hps_oled_spi/spi_master/spi1/spi1.0/screen";
+
+bool coverFuse() {
+    boardsim::enterPrivateMounts();
+    boardsim::coverDirectory("/dev", [](std::string_view name) { return name != "fuse"; });
+    return true;
+}
+
+/// As udev makes it on an ordinary system.
+bool openFuseToEverybody() {
+    constexpr unsigned kMisc = 10;
+    constexpr unsigned kFuse = 229;
+    return coverFuse() && mknod("/dev/fuse", S_IFCHR, makedev(kMisc, kFuse)) == 0 &&
+           chmod("/dev/fuse", 0666) == 0;
+}
+
+bool isRoot() {
+    return geteuid() == 0;
+}
+
+/// The command as an ordinary user's: as it is when this test is one.
+std::vector<std::string> asUser(std::vector<std::string> words) {
+    if (isRoot()) {
+        const std::vector<std::string> become{"setpriv", "--reuid=65534", "--regid=65534", "--clear-groups"};
+        words.insert(words.begin(), become.begin(), become.end());
+    }
+    return words;
+}
+
+const std::function<bool()> kUsersMachine = isRoot() ? std::function<bool()>(openFuseToEverybody) : nullptr;
+
+TEST(PrivilegeTest, AnOrdinaryUserRunsABoard) {
+    std::string output;
+    EXPECT_EQ(7, runToEnd(asUser(onBoard({"--log", "-", "--keys", "left"},
+                                         {CLIENT, "log:hello", "await:1", "lit", "exit:7"})),
+                          output, kUsersMachine))
+        << output;
+    EXPECT_THAT(output, HasSubstr("local0.info boardsim_test_client: hello\n"));
+    EXPECT_THAT(output, HasSubstr("0x00000001\nread 1, 1\n"));
+}
+
+TEST(PrivilegeTest, AnOrdinaryUserIsRootOnTheBoard) {
+    std::string output;
+    EXPECT_EQ(0, runToEnd(asUser(onBoard({}, {"/bin/sh", "-c", "id -u; id -g; echo $$; test -w /dev/fpga"})),
+                          output, kUsersMachine));
+    EXPECT_EQ("0\n0\n2\n", output);
+}
+
+TEST(PrivilegeTest, AnOrdinaryUserTraces) {
+    std::string output;
+    EXPECT_EQ(
+        0, runToEnd(asUser(onBoard({"--trace", "-"}, {CLIENT, "led:2", "state:1"})), output, kUsersMachine));
+    EXPECT_THAT(output, HasSubstr(" fpga write 0x1000 32 0x00000002\n"));
+    EXPECT_THAT(output, HasSubstr(" screen state 0x31 0x0a at 0\n"));
+}
+
+TEST(PrivilegeTest, AMissingFuseDeviceIsOneMessageThatNamesWhatToAllow) {
+    std::string output;
+    EXPECT_EQ(125, runToEnd(onBoard({}, {"/bin/echo", "started"}), output, coverFuse));
+    EXPECT_THAT(output, testing::StartsWith("boardsim: cannot open /dev/fuse: No such file or directory.\n"));
+    EXPECT_THAT(output, HasSubstr("modprobe fuse"));
+    EXPECT_THAT(output, HasSubstr("--device /dev/fuse"));
+    EXPECT_EQ(std::string::npos, output.find("started"));
+}
+
+TEST(PrivilegeTest, AForbiddenFuseDeviceIsOneMessageThatNamesWhatToAllow) {
+    const auto forbidFuse = [] { return openFuseToEverybody() && chmod("/dev/fuse", 0600) == 0; };
+    if (!isRoot()) {
+        // Only root can make a device node: what an ordinary user meets is the machine's own.
+        ASSERT_NE(0, access("/dev/fuse", R_OK | W_OK)) << "run this test as root to see a forbidden device";
+    }
+    std::string output;
+    EXPECT_EQ(125, runToEnd(asUser(onBoard({}, {"/bin/true"})), output,
+                            isRoot() ? std::function<bool()>(forbidFuse) : nullptr));
+    EXPECT_THAT(output, testing::StartsWith("boardsim: cannot open /dev/fuse: Permission denied.\n"));
+    EXPECT_THAT(output, HasSubstr("chmod 0666 /dev/fuse"));
+}
+
+TEST(PrivilegeTest, ABoardWithoutAScreenNeedsNoFuse) {
+    std::string output;
+    EXPECT_EQ(0, runToEnd(onBoard({"--without", "screen"}, {"/bin/echo", "started"}), output, coverFuse));
+    EXPECT_EQ("started\n", output);
+}
+
+TEST(PrivilegeTest, RefusedNamespacesAreOneMessageThatNamesWhatToAllow) {
+    // The limits of a user namespace hold for what is made inside it.
+    const auto forbidNamespaces = [] {
+        const std::string outside = std::to_string(geteuid());
+        if (unshare(CLONE_NEWUSER) != 0) {
+            return false;
+        }
+        std::ofstream("/proc/self/uid_map") << "0 " + outside + " 1";
+        std::ofstream users("/proc/sys/user/max_user_namespaces");
+        std::ofstream mounts("/proc/sys/user/max_mnt_namespaces");
+        users << 0 << std::flush;
+        mounts << 0 << std::flush;
+        return users.good() && mounts.good();
+    };
+    std::string output;
+    EXPECT_EQ(125, runToEnd(onBoard({}, {"/bin/echo", "started"}), output, forbidNamespaces));
+    EXPECT_THAT(output, testing::StartsWith("boardsim: cannot make a private mount namespace: "));
+    EXPECT_THAT(output, HasSubstr("user.max_user_namespaces"));
+    EXPECT_EQ(std::string::npos, output.find("started"));
+}
+
+}  // namespace
