@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "Tests/Graphics/ExpectSame.h"
 #include "Tests/Graphics/PlainText.h"
 #include "Tests/Support/PanelPicture.h"
 #include "Tests/Support/TemporaryDirectory.h"

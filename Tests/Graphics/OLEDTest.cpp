@@ -5,6 +5,7 @@
 #include <cstring>
 #include <filesystem>
 
+#include "Tests/Graphics/ExpectSame.h"
 #include "Tests/Graphics/PlainFrame.h"
 #include "Tests/Graphics/PlainText.h"
 #include "Tests/Support/TemporaryDirectory.h"

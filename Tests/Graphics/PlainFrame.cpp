@@ -1,7 +1,5 @@
 #include "Tests/Graphics/PlainFrame.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <bit>
 
@@ -89,12 +87,9 @@ std::string PlainFrame::art() const {
     return text;
 }
 
-void expectSame(const PlainFrame& expected, const RGBPixelBuffer& actual) {
-    ASSERT_EQ(expected.colours.size(), static_cast<size_t>(actual.count()));
-    for (size_t i = 0; i < expected.colours.size(); ++i) {
-        ASSERT_EQ(expected.colours[i], actual.pixels()[i]) << "colour of pixel " << i;
-        ASSERT_EQ(expected.coverage[i], actual.alpha()[i]) << "coverage of pixel " << i;
-    }
+bool PlainFrame::operator==(const RGBPixelBuffer& buffer) const {
+    return std::equal(colours.begin(), colours.end(), buffer.pixels(), buffer.pixels() + buffer.count()) &&
+           std::equal(coverage.begin(), coverage.end(), buffer.alpha(), buffer.alpha() + buffer.count());
 }
 
 std::string artOf(int width, int height, const RGBPixelBuffer& buffer) {

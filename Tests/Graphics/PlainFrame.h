@@ -4,7 +4,6 @@
 #include <string>
 #include <vector>
 
-class Bitmap;
 class RGBPixelBuffer;
 
 /// The panel's pixels in plain loops, one pixel at a time, to compare the product with.
@@ -19,6 +18,8 @@ struct PlainFrame {
     void blend(int left, int top, const uint8_t* levels, int pitch, int w, int h, uint32_t colour);
     void reverse();
 
+    bool operator==(const RGBPixelBuffer& buffer) const;
+
     /// One line of text per row: '#' covered, '.' not.
     std::string art() const;
 
@@ -27,8 +28,5 @@ struct PlainFrame {
     std::vector<uint16_t> colours;  ///< as the panel takes them: the first byte in memory is the high one
     std::vector<uint8_t> coverage;
 };
-
-/// Whether both hold the same pixels; the first difference is said.
-void expectSame(const PlainFrame& expected, const RGBPixelBuffer& actual);
 
 std::string artOf(int width, int height, const RGBPixelBuffer& buffer);

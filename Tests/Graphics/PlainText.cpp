@@ -4,13 +4,21 @@
 #include FT_FREETYPE_H
 #include FT_GLYPH_H
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
+#include <stdexcept>
+
+namespace {
+
+void must(FT_Error error) {
+    if (error != 0)
+        throw std::runtime_error("FreeType: error " + std::to_string(error));
+}
+
+}  // namespace
 
 PlainText::PlainText() {
-    EXPECT_EQ(0, FT_Init_FreeType(&library_));
-    EXPECT_EQ(0, FT_New_Face(library_, kTestFont, 0, &face_));
+    must(FT_Init_FreeType(&library_));
+    must(FT_New_Face(library_, kTestFont, 0, &face_));
 }
 
 PlainText::~PlainText() {
@@ -19,10 +27,10 @@ PlainText::~PlainText() {
 
 void PlainText::setPoints(int points) {
     points_ = points;
-    EXPECT_EQ(0, FT_Set_Char_Size(face_, 0, points * 64, 100, 100));
-    EXPECT_EQ(0, FT_Load_Char(face_, 77, FT_LOAD_DEFAULT));
+    must(FT_Set_Char_Size(face_, 0, points * 64, 100, 100));
+    must(FT_Load_Char(face_, 77, FT_LOAD_DEFAULT));
     FT_Glyph outline;
-    EXPECT_EQ(0, FT_Get_Glyph(face_->glyph, &outline));
+    must(FT_Get_Glyph(face_->glyph, &outline));
     FT_BBox box;
     FT_Glyph_Get_CBox(outline, FT_GLYPH_BBOX_PIXELS, &box);
     FT_Done_Glyph(outline);
@@ -32,7 +40,7 @@ void PlainText::setPoints(int points) {
 int PlainText::unitsWide(const std::string& line) {
     long width = 0;
     for (const char c : line) {
-        EXPECT_EQ(0, FT_Load_Char(face_, static_cast<unsigned char>(c), FT_LOAD_DEFAULT));
+        must(FT_Load_Char(face_, static_cast<unsigned char>(c), FT_LOAD_DEFAULT));
         width += face_->glyph->advance.x;
     }
     return static_cast<int>(width);
@@ -55,8 +63,8 @@ void PlainText::draw(PlainFrame& frame, const std::string& text, int x, int y, u
             x = left;
             continue;
         }
-        EXPECT_EQ(0, FT_Load_Char(face_, static_cast<unsigned char>(c), FT_LOAD_DEFAULT));
-        EXPECT_EQ(0, FT_Render_Glyph(face_->glyph, FT_RENDER_MODE_NORMAL));
+        must(FT_Load_Char(face_, static_cast<unsigned char>(c), FT_LOAD_DEFAULT));
+        must(FT_Render_Glyph(face_->glyph, FT_RENDER_MODE_NORMAL));
         const FT_GlyphSlot slot = face_->glyph;
         const int advance = static_cast<int>(slot->advance.x);
         const int offset = slot->bitmap_left + (cell != 0 ? cell / 2 - advance / 128 : 0);

@@ -11,7 +11,7 @@ struct FT_LibraryRec_;
 inline constexpr const char* kTestFont = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";
 
 /// Text drawn by asking FreeType for every glyph every time, in plain loops, to compare the product with.
-/// Knows no icons.
+/// Knows no icons. Throws where FreeType fails.
 class PlainText {
 public:
     PlainText();

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "Tests/Graphics/ExpectSame.h"
 #include "Tests/Graphics/LibraryFaults.h"
 #include "Tests/Graphics/PlainFrame.h"
 #include "Tests/Graphics/PngFiles.h"

@@ -6,6 +6,7 @@
 #include <random>
 #include <vector>
 
+#include "Tests/Graphics/ExpectSame.h"
 #include "Tests/Graphics/PlainFrame.h"
 #include "Vl/Graphics/Images/Icon.h"
 #include "Vl/Graphics/Pixels/RGB16Bitmap.h"

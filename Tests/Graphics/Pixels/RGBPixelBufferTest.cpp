@@ -5,6 +5,7 @@
 #include <climits>
 #include <random>
 
+#include "Tests/Graphics/ExpectSame.h"
 #include "Tests/Graphics/PlainFrame.h"
 
 using testing::Each;

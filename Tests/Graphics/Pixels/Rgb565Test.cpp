@@ -84,7 +84,7 @@ TEST(Rgb565Test, EveryAlphaOverEveryCoverageBlendsAsThePlainLoop) {
     }
 }
 
-TEST(Rgb565Test, BlocksBlendAsThePlainLoopForAllAlphasAndLevels) {
+TEST(Rgb565Test, RowsBlendAsThePlainLoopForAllAlphasAndLevels) {
     std::mt19937 random(2);
     for (unsigned alpha = 0; alpha <= 128; ++alpha) {
         for (unsigned level = 0; level <= 255; ++level) {
@@ -93,32 +93,34 @@ TEST(Rgb565Test, BlocksBlendAsThePlainLoopForAllAlphasAndLevels) {
             levels[level % 8] = static_cast<uint8_t>(level);
             const uint32_t colour = alpha << 24 | (random() & 0xffffff);
             Guarded after = before;
-            Rgb565::blendBlock(after.firstPixel(), after.firstCoverage(), levels.data(), 8, colour);
+            Rgb565::Brush(colour).blendRow(after.firstPixel(), after.firstCoverage(), levels.data(), 8, 8);
             ASSERT_EQ(plainlyBlended(before, levels.data(), 8, colour), after) << alpha << ' ' << level;
         }
     }
 }
 
-TEST(Rgb565Test, OnlyTheUsedPixelsOfABlockChange) {
+TEST(Rgb565Test, OnlyTheRowsOwnPixelsChange) {
     std::mt19937 random(3);
     for (int i = 0; i < 2000; ++i) {
         const Guarded before = randomPixels(random, 128);
         const auto levels = randomLevels(random);
         const int used = 1 + i % 8;
         Guarded after = before;
-        Rgb565::blendBlock(after.firstPixel(), after.firstCoverage(), levels.data(), used, 0x80123456);
+        const int reachable = i % 2 == 0 ? 8 : used;
+        Rgb565::Brush(0x80123456)
+            .blendRow(after.firstPixel(), after.firstCoverage(), levels.data(), used, reachable);
         ASSERT_EQ(plainlyBlended(before, levels.data(), used, 0x80123456), after) << used;
     }
 }
 
-TEST(Rgb565Test, BlocksOverCoverageAboveOpaqueStillBlendAsThePlainLoop) {
+TEST(Rgb565Test, RowsOverCoverageAboveOpaqueStillBlendAsThePlainLoop) {
     std::mt19937 random(4);
     for (int i = 0; i < 2000; ++i) {
         const Guarded before = randomPixels(random, 255);
         const auto levels = randomLevels(random);
         const auto colour = static_cast<uint32_t>(random() % 129 << 24 | (random() & 0xffffff));
         Guarded after = before;
-        Rgb565::blendBlock(after.firstPixel(), after.firstCoverage(), levels.data(), 8, colour);
+        Rgb565::Brush(colour).blendRow(after.firstPixel(), after.firstCoverage(), levels.data(), 8, 8);
         ASSERT_EQ(plainlyBlended(before, levels.data(), 8, colour), after);
     }
 }
@@ -129,7 +131,7 @@ TEST(Rgb565Test, LevelZeroLeavesAHalfCoveredPixelAlone) {
     before.coverage.fill(64);
     const std::array<uint8_t, 8> levels = {255, 0, 0, 0, 0, 0, 0, 0};
     Guarded after = before;
-    Rgb565::blendBlock(after.firstPixel(), after.firstCoverage(), levels.data(), 8, 0x80ffffff);
+    Rgb565::Brush(0x80ffffff).blendRow(after.firstPixel(), after.firstCoverage(), levels.data(), 8, 8);
     EXPECT_EQ(0xffff, after.firstPixel()[0]);
     EXPECT_EQ(128, after.firstCoverage()[0]);
     EXPECT_EQ(0x1234, after.firstPixel()[1]);

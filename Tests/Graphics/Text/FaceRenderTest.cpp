@@ -3,6 +3,7 @@
 #include <climits>
 #include <random>
 
+#include "Tests/Graphics/ExpectSame.h"
 #include "Tests/Graphics/LibraryFaults.h"
 #include "Tests/Graphics/PlainText.h"
 #include "Tests/Graphics/PngFiles.h"

@@ -36,7 +36,6 @@ public:
 
 private:
     void fillSpan(int64_t start, int64_t length, uint16_t pixel, uint8_t coverage);
-    void blendRow(int start, const uint8_t* levels, int width, int readable, rgba colour);
 
     std::unique_ptr<uint8_t[]> alpha_;
 };

@@ -5,9 +5,11 @@
 
 #include "Vl/Graphics/Pixels/CoverageMask.h"
 
+namespace Rgb565 {
+
 namespace {
 
-using Lanes = uint16_t __attribute__((vector_size(16)));
+using Unsigned = uint16_t __attribute__((vector_size(16)));
 using Bytes = uint8_t __attribute__((vector_size(8)));
 
 constexpr uint64_t kHighBits = 0x8080808080808080U;
@@ -22,15 +24,15 @@ To load(const From* from) {
 /// A word that keeps the first `used` of eight bytes in memory order.
 uint64_t firstBytes(int used) {
     static constexpr uint8_t window[16] = {255, 255, 255, 255, 255, 255, 255, 255};
-    return load<uint64_t>(window + Rgb565::kBlock - used);
+    return load<uint64_t>(window + 8 - used);
 }
 
-/// Whether one of eight coverage bytes is above 128, where sixteen unsigned bits no longer hold the sums.
+/// Whether one of eight coverage bytes is above 128, where the differences no longer fit their lanes.
 bool anyAboveOpaque(uint64_t bytes) {
     return ((((bytes & ~kHighBits) + ~kHighBits) & bytes) & kHighBits) != 0;
 }
 
-Lanes swapped(Lanes value) {
+Unsigned swapped(Unsigned value) {
     if constexpr (std::endian::native == std::endian::big)
         return value;
     return value << 8 | value >> 8;
@@ -40,9 +42,14 @@ constexpr int mixed(int before, int weightBefore, int now) {
     return (before * weightBefore + now * (128 - weightBefore)) / 128;
 }
 
+template <typename Lanes>
+Lanes all(int value) {
+    return Lanes{} + static_cast<int16_t>(value);
+}
+
 }  // namespace
 
-void Rgb565::blend(uint16_t& pixel, uint8_t& coverage, rgba colour) {
+void blend(uint16_t& pixel, uint8_t& coverage, rgba colour) {
     const int before = panelOrder(pixel);
     const int weight = ((128 - colour.a()) * coverage) >> 7;
     const int red = mixed(before >> 11, weight, colour.r() >> 3) & 0x1f;
@@ -52,37 +59,58 @@ void Rgb565::blend(uint16_t& pixel, uint8_t& coverage, rgba colour) {
     coverage = std::max(coverage, colour.a());
 }
 
-void Rgb565::blendEach(uint16_t* pixels, uint8_t* coverage, const uint8_t* levels, int used, rgba colour) {
-    for (int i = 0; i < used; ++i) {
-        if (levels[i] != 0)
-            blend(pixels[i], coverage[i], colour.withAlpha(CoverageMask::scaled(colour.a(), levels[i])));
+Brush::Brush(rgba colour)
+    : red_(all<Lanes>(colour.r() >> 3)),
+      green_(all<Lanes>(colour.g() >> 2)),
+      blue_(all<Lanes>(colour.b() >> 3)),
+      colour_(colour) {}
+
+void Brush::blendRow(uint16_t* pixels, uint8_t* coverage, const uint8_t* levels, int width,
+                     int64_t reachable) const {
+    for (int column = 0; column < width; column += kBlock) {
+        const int used = std::min(kBlock, width - column);
+        if (column + kBlock <= reachable)
+            blendBlock(pixels + column, coverage + column, levels + column, used);
+        else
+            blendEach(pixels + column, coverage + column, levels + column, used);
     }
 }
 
-void Rgb565::blendBlock(uint16_t* pixels, uint8_t* coverage, const uint8_t* levels, int used, rgba colour) {
+void Brush::blendEach(uint16_t* pixels, uint8_t* coverage, const uint8_t* levels, int used) const {
+    for (int i = 0; i < used; ++i) {
+        if (levels[i] != 0)
+            blend(pixels[i], coverage[i], colour_.withAlpha(CoverageMask::scaled(colour_.a(), levels[i])));
+    }
+}
+
+inline void Brush::blendBlock(uint16_t* pixels, uint8_t* coverage, const uint8_t* levels, int used) const {
     const uint64_t levelBytes = load<uint64_t>(levels) & firstBytes(used);
     if (levelBytes == 0)
         return;
     if (anyAboveOpaque(load<uint64_t>(coverage)))
-        return blendEach(pixels, coverage, levels, used, colour);
+        return blendEach(pixels, coverage, levels, used);
 
-    const Lanes level = __builtin_convertvector(std::bit_cast<Bytes>(levelBytes), Lanes);
+    const Unsigned level = __builtin_convertvector(std::bit_cast<Bytes>(levelBytes), Unsigned);
     const Lanes covered = __builtin_convertvector(load<Bytes>(coverage), Lanes);
-    const Lanes stored = load<Lanes>(pixels);
-    const Lanes before = swapped(stored);
+    const Unsigned stored = load<Unsigned>(pixels);
+    const Unsigned before = swapped(stored);
 
-    const Lanes alpha = ((level + 1) * uint16_t{colour.a()}) >> 8;
+    const Lanes alpha = std::bit_cast<Lanes>(((level + 1) * uint16_t{colour_.a()}) >> 8);
     const Lanes weight = ((128 - alpha) * covered) >> 7;
-    const Lanes rest = 128 - weight;
-    const Lanes red = ((before >> 11) * weight + rest * static_cast<uint16_t>(colour.r() >> 3)) >> 7;
-    const Lanes green = ((before >> 5 & 0x3f) * weight + rest * static_cast<uint16_t>(colour.g() >> 2)) >> 7;
-    const Lanes blue = ((before & 0x1f) * weight + rest * static_cast<uint16_t>(colour.b() >> 3)) >> 7;
+    // old · weight + new · (128 − weight) is 128 · new + (old − new) · weight, and its division by 128 exact
+    // in the first term: one product instead of two.
+    const Lanes red = red_ + (((std::bit_cast<Lanes>(before >> 11) - red_) * weight) >> 7);
+    const Lanes green = green_ + (((std::bit_cast<Lanes>(before >> 5 & 0x3f) - green_) * weight) >> 7);
+    const Lanes blue = blue_ + (((std::bit_cast<Lanes>(before & 0x1f) - blue_) * weight) >> 7);
 
     // Level 0 must leave even a half-covered pixel alone, so those lanes are not merely blended with 0.
-    const Lanes drawn = std::bit_cast<Lanes>(level != 0);
-    const Lanes result = (swapped(red << 11 | green << 5 | blue) & drawn) | (stored & ~drawn);
-    const Lanes larger = std::bit_cast<Lanes>(alpha > covered);
+    const Unsigned drawn = std::bit_cast<Unsigned>(level != 0);
+    const Unsigned result = swapped(std::bit_cast<Unsigned>(red << 11 | green << 5 | blue));
+    const Unsigned kept = (result & drawn) | (stored & ~drawn);
+    const Lanes larger = alpha > covered;
     const Bytes cover = __builtin_convertvector((alpha & larger) | (covered & ~larger), Bytes);
-    std::memcpy(pixels, &result, sizeof result);
+    std::memcpy(pixels, &kept, sizeof kept);
     std::memcpy(coverage, &cover, sizeof cover);
 }
+
+}  // namespace Rgb565

@@ -24,14 +24,28 @@ constexpr uint16_t fromColour(rgba colour) {
 /// Blends `colour` into one pixel as RGBPixelBuffer::setPixel promises.
 void blend(uint16_t& pixel, uint8_t& coverage, rgba colour);
 
-/// Pixels that blendBlock works on at a time.
-inline constexpr int kBlock = 8;
+/// A colour of at most 128 coverage, laid out for blending rows of coverage eight pixels at a time.
+class Brush {
+public:
+    explicit Brush(rgba colour);
 
-/// Blends kBlock pixels in one step. Reads kBlock values at each of the three pointers; only the first
-/// `used` levels (1 to kBlock) count, all other pixels keep their value. `colour.a()` is at most 128.
-void blendBlock(uint16_t* pixels, uint8_t* coverage, const uint8_t* levels, int used, rgba colour);
+    /// Blends `width` levels into as many pixels; a level of 0 leaves its pixel alone. Up to `reachable`
+    /// elements, at least `width`, may be read at each of the three pointers; those past `width` may be
+    /// written too, with the value they had.
+    void blendRow(uint16_t* pixels, uint8_t* coverage, const uint8_t* levels, int width,
+                  int64_t reachable) const;
 
-/// The same for `used` pixels one by one, reading no further and for any alpha.
-void blendEach(uint16_t* pixels, uint8_t* coverage, const uint8_t* levels, int used, rgba colour);
+private:
+    static constexpr int kBlock = 8;
+    using Lanes = int16_t __attribute__((vector_size(2 * kBlock)));
+
+    void blendBlock(uint16_t* pixels, uint8_t* coverage, const uint8_t* levels, int used) const;
+    void blendEach(uint16_t* pixels, uint8_t* coverage, const uint8_t* levels, int used) const;
+
+    Lanes red_;
+    Lanes green_;
+    Lanes blue_;
+    rgba colour_;
+};
 
 }  // namespace Rgb565

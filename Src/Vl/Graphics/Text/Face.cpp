@@ -111,7 +111,7 @@ TextSize Face::SetBestSize(const char* text, int width, int height, bool multili
 
     int64_t size = probeWidth != 0 ? std::min<int64_t>(boxUnits / probeWidth, height) : 0;
     TextSize taken{saturated(size * probeWidth / probeUnits), saturated(size)};
-    if (multiline && size <= height / 2 && boxUnits > 0) {
+    if (multiline && size <= height / 2 && boxUnits > 0 && height >= 0) {
         // How often the text, at the box's full height, would go past its width.
         int64_t wraps = height * probeWidth / boxUnits;
         if (wraps >= 1) {
