@@ -17,6 +17,7 @@ namespace {
 
 constexpr int kWidth = 160;
 constexpr int kHeight = 48;
+constexpr std::size_t kPixelSize = 2;
 
 }  // namespace
 
@@ -32,7 +33,8 @@ bool HaldenOledPanel::open(const char* spiName, int chipSelect) {
 }
 
 bool HaldenOledPanel::updateScreen(VLGraphics::OLED* frame) {
-    auto rest = std::as_bytes(std::span(frame->getBuffer(), frame->getBufferSize() / sizeof(std::uint16_t)));
+    const std::span pixels(frame->getBuffer(), static_cast<std::size_t>(frame->getBufferSize()) / kPixelSize);
+    auto rest = std::as_bytes(pixels);
     lseek(screen_.get(), 0, SEEK_SET);
     while (!rest.empty()) {
         const ssize_t written = write(screen_.get(), rest.data(), rest.size());

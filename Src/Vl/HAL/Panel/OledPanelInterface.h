@@ -14,10 +14,10 @@ struct OledPanelButtons;
 /// Handed out by the board to a single owner and used by one thread.
 class OledPanelInterface {
 public:
-    /// What the panel's driver takes as state: an ASCII character.
-    enum class OledState : std::uint8_t {
-        ShowFrame = '1',  // sent after every new frame
-    };
+    /// A state of the screen, as the ASCII character that the panel's driver takes.
+    enum class OledState : std::uint8_t {};
+    /// What is sent after every new frame.
+    static constexpr OledState kFrameShown{'1'};
 
     OledPanelInterface() = default;
     OledPanelInterface(const OledPanelInterface&) = delete;

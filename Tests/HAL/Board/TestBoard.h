@@ -1,0 +1,6 @@
+#pragma once
+
+#include "Vl/HAL/Board/CPInterface.h"
+
+/// The control processor alone, as no variant.
+class TestBoard : public Valen::CPInterface {};

@@ -1,0 +1,260 @@
+#include "Vl/HAL/Fpga/CoreLayout.h"
+
+#include <unistd.h>
+
+#include <array>
+#include <climits>
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "Tests/HAL/BoardWorld.h"
+#include "Tests/HAL/LayoutBytes.h"
+#include "Vl/Common/Log/LogInterface.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using Valen::HAL::getPldCoreAddress;
+using Valen::HAL::getPldCoreInfo;
+
+using Stream = std::unique_ptr<FILE, int (*)(FILE*)>;
+
+class CoreLayoutTest : public BoardWorld {
+protected:
+    CoreLayoutTest() { logUpTo(Valen::Log::SeverityLevel::DEBUG); }
+
+    /// A file; one can seek behind its end.
+    static Stream file(const std::string& bytes) {
+        Stream stream(std::tmpfile(), &std::fclose);
+        std::fwrite(bytes.data(), 1, bytes.size(), stream.get());
+        std::rewind(stream.get());
+        return stream;
+    }
+
+    /// A stream in which one cannot seek behind the end.
+    static Stream memory(std::string& bytes) {
+        return {fmemopen(bytes.data(), bytes.size(), "r"), &std::fclose};
+    }
+
+    /// Reads word n whatever the version.
+    static int read(const Stream& stream, const char* name, int n, unsigned int& word) {
+        return getPldCoreInfo(stream.get(), name, &word, n, 1, -1, -1);
+    }
+    static int read(const Stream& stream, const char* name, int n) {
+        unsigned int word = 0;
+        return read(stream, name, n, word);
+    }
+
+    static int readVersioned(std::uint32_t version, int minimum, int maximum) {
+        unsigned int word = 0;
+        return getPldCoreInfo(file(core("x", {version, 64})).get(), "x", &word, 1, 1, minimum, maximum);
+    }
+
+    const std::string twoCores =
+        core("first", {0x00010002, 0x12345678}) + core("second", {0x03, 0x40, 0x80, 0xFFFEFDFC});
+};
+
+TEST_F(CoreLayoutTest, WordsComeInHostByteOrder) {
+    std::array<unsigned int, 3> words{};
+    EXPECT_EQ(1, getPldCoreInfo(file(twoCores).get(), "second", words.data(), 1, 3, -1, -1));
+    EXPECT_THAT(words, ElementsAre(0x40, 0x80, 0xFFFEFDFC));
+    EXPECT_THAT(syslog.lines(), IsEmpty());
+}
+
+TEST_F(CoreLayoutTest, WordZeroIsTheVersion) {
+    unsigned int word = 0;
+    EXPECT_EQ(1, read(file(twoCores), "first", 0, word));
+    EXPECT_EQ(0x00010002U, word);
+}
+
+TEST_F(CoreLayoutTest, TheFirstMatchInTheFileCounts) {
+    unsigned int word = 0;
+    EXPECT_EQ(1, read(file(core("a_x", {1, 64}) + core("b_x", {1, 128})), "*_x", 1, word));
+    EXPECT_EQ(64U, word);
+}
+
+TEST_F(CoreLayoutTest, NamesMayBeOfAnyLength) {
+    const std::string longName(5000, 'n');
+    unsigned int word = 0;
+    EXPECT_EQ(1, read(file(core(longName + "1", {1}) + core(longName, {1, 64})), longName.c_str(), 1, word));
+    EXPECT_EQ(64U, word);
+}
+
+TEST_F(CoreLayoutTest, CoresWithoutWordsAreSkipped) {
+    EXPECT_EQ(1, read(file(core("none", {}) + core("x", {1, 64})), "x", 1));
+}
+
+TEST_F(CoreLayoutTest, ACoreWithOnlyAVersionHasNoAddress) {
+    EXPECT_EQ(-7, read(file(core("x", {1})), "x", 1));
+    EXPECT_THAT(syslog.lines(),
+                ElementsAre(debug("CPCardInterface: GetPLDCoreInfo: n+count > words (1+1 >= 1)")));
+}
+
+TEST_F(CoreLayoutTest, AllWordsOfARecordCanBeReadThoughTheMessageForTooManySaysAtLeast) {
+    std::array<unsigned int, 4> words{};
+    EXPECT_EQ(1, getPldCoreInfo(file(twoCores).get(), "second", words.data(), 0, 4, -1, -1));
+    EXPECT_THAT(words, ElementsAre(3, 0x40, 0x80, 0xFFFEFDFC));
+    EXPECT_EQ(-7, getPldCoreInfo(file(twoCores).get(), "second", words.data(), 1, 4, -1, -1));
+    EXPECT_THAT(syslog.lines(),
+                ElementsAre(debug("CPCardInterface: GetPLDCoreInfo: n+count > words (1+4 >= 4)")));
+}
+
+TEST_F(CoreLayoutTest, NegativeBoundsAdmitEveryVersion) {
+    EXPECT_EQ(1, readVersioned(0, -1, -1));
+    EXPECT_EQ(1, readVersioned(0x7FFFFFFF, -1, -1));
+    EXPECT_EQ(1, readVersioned(0x80000000, -1, -1));
+}
+
+TEST_F(CoreLayoutTest, EqualBoundsAdmitOneVersion) {
+    EXPECT_EQ(-4, readVersioned(4, 5, 5));
+    EXPECT_EQ(1, readVersioned(5, 5, 5));
+    EXPECT_EQ(-4, readVersioned(6, 5, 5));
+}
+
+TEST_F(CoreLayoutTest, AVersionWithTheTopBitComparesAsNegative) {
+    EXPECT_EQ(1, readVersioned(0x80000000, -1, 0));
+    EXPECT_EQ(-4, readVersioned(0x80000000, 0, -1));
+}
+
+TEST_F(CoreLayoutTest, AVersionOutOfBoundsIsLoggedInHexadecimal) {
+    EXPECT_EQ(-4, readVersioned(0xAB, 0x1, 0x1F));
+    EXPECT_THAT(syslog.lines(),
+                ElementsAre(debug("CPCardInterface: GetPLDCoreInfo: version check failed: 1 <= AB <= 1F")));
+    EXPECT_EQ(-4, readVersioned(0x80000000, 2, -1));
+    EXPECT_THAT(syslog.lines(), ElementsAre(debug("CPCardInterface: GetPLDCoreInfo: version check failed: "
+                                                  "2 <= 80000000 <= FFFFFFFF")));
+}
+
+TEST_F(CoreLayoutTest, AMissingCoreIsNotLogged) {
+    EXPECT_EQ(-5, read(file(twoCores), "third", 1));
+    EXPECT_EQ(-5, read(file(""), "third", 1));
+    EXPECT_THAT(syslog.lines(), IsEmpty());
+}
+
+TEST_F(CoreLayoutTest, AShortWordCountIsNotLogged) {
+    EXPECT_EQ(-5, read(file(std::string("x\0\0", 3)), "x", 1));
+    EXPECT_THAT(syslog.lines(), IsEmpty());
+}
+
+TEST_F(CoreLayoutTest, AShortVersionIsLogged) {
+    EXPECT_EQ(-5, read(file(std::string("x\0\0\2\0\0\0", 7)), "x", 1));
+    EXPECT_THAT(syslog.lines(), ElementsAre(debug("CPCardInterface: GetPLDCoreInfo: short read version")));
+}
+
+TEST_F(CoreLayoutTest, ShortWordsAreLogged) {
+    EXPECT_EQ(-5, read(file(coreClaiming(3, "x", {1, 64})), "x", 2));
+    EXPECT_THAT(syslog.lines(), ElementsAre(debug("CPCardInterface: GetPLDCoreInfo: short read info")));
+}
+
+TEST_F(CoreLayoutTest, AFailedSkipIsLoggedWithTwiceTheNumberOfWordsOnPurpose) {
+    std::string bytes = coreClaiming(300, "other", {1, 64});
+    EXPECT_EQ(-5, read(memory(bytes), "x", 1));
+    EXPECT_THAT(syslog.lines(),
+                ElementsAre(debug("CPCardInterface: GetPLDCoreInfo: short read skip info: 600")));
+}
+
+TEST_F(CoreLayoutTest, ALayoutThatCannotSeekFailsAtTheFirstOtherCore) {
+    int ends[2];
+    ASSERT_EQ(0, pipe(ends));
+    ASSERT_EQ(static_cast<ssize_t>(twoCores.size()), write(ends[1], twoCores.data(), twoCores.size()));
+    close(ends[1]);
+    EXPECT_EQ(-5, read(Stream(fdopen(ends[0], "r"), &std::fclose), "second", 1));
+    EXPECT_THAT(syslog.lines(),
+                ElementsAre(debug("CPCardInterface: GetPLDCoreInfo: short read skip info: 4")));
+}
+
+TEST_F(CoreLayoutTest, ALayoutCutAnywhereMissesItsLastCore) {
+    for (std::size_t size = 1; size < twoCores.size(); ++size) {
+        SCOPED_TRACE(size);
+        std::string cut = twoCores.substr(0, size);
+        EXPECT_EQ(-5, read(file(cut), "second", 3));
+        EXPECT_EQ(-5, read(memory(cut), "second", 3));
+        syslog.lines();  // the socket holds only a few
+    }
+    EXPECT_EQ(1, read(file(twoCores), "second", 3));
+}
+
+TEST_F(CoreLayoutTest, HugeWordCountsLeadNowhere) {
+    std::string other = coreClaiming(0xFFFF, "other", {1, 64}) + core("x", {1, 64});
+    EXPECT_EQ(-5, read(file(other), "x", 1));
+    EXPECT_EQ(-5, read(memory(other), "x", 1));
+    EXPECT_EQ(-5, read(file(coreClaiming(0xFFFF, "x", {1, 64})), "x", 0xFFFE));
+}
+
+TEST_F(CoreLayoutTest, AbsurdWordNumbersAreRefused) {
+    unsigned int word = 0;
+    EXPECT_EQ(-7, getPldCoreInfo(file(twoCores).get(), "first", &word, INT_MAX, INT_MAX, -1, -1));
+    EXPECT_EQ(-5, getPldCoreInfo(file(twoCores).get(), "first", &word, INT_MIN, 1, -1, -1));
+    EXPECT_EQ(-5, getPldCoreInfo(file(twoCores).get(), "first", &word, -1000, 1, -1, -1));
+    EXPECT_EQ(1, getPldCoreInfo(file(twoCores).get(), "first", &word, 1, 0, -1, -1));
+    EXPECT_EQ(0U, word);
+}
+
+TEST_F(CoreLayoutTest, MessagesNeedTheDebugThreshold) {
+    logUpTo(Valen::Log::SeverityLevel::SERVICE);
+    EXPECT_EQ(-4, readVersioned(1, 2, 2));
+    EXPECT_EQ(-7, read(file(core("x", {1})), "x", 1));
+    EXPECT_THAT(syslog.lines(), IsEmpty());
+}
+
+TEST_F(CoreLayoutTest, WithoutALogTheResultsAreTheSame) {
+    Valen::Log::vlLog.reset();
+    unsigned int word = 0;
+    EXPECT_EQ(-4, readVersioned(1, 2, 2));
+    EXPECT_EQ(-8, getPldCoreInfo("fpga", "x", &word, 1, -1, -1));
+}
+
+TEST_F(CoreLayoutTest, EveryDeviceHasALayoutOfItsOwn) {
+    writeLayout("fpga", core("x", {1, 0x1040}));
+    writeLayout("cpld", core("x", {1, 0x2040}));
+    unsigned int word = 0;
+    EXPECT_EQ(1, getPldCoreInfo("fpga", "x", &word, 1, -1, -1));
+    EXPECT_EQ(0x1040U, word);
+    EXPECT_EQ(1, getPldCoreInfo("cpld", "x", &word, 1, -1, -1));
+    EXPECT_EQ(0x2040U, word);
+    EXPECT_EQ(0, descriptorsOn("/sys/bus/avalon/devices/fpga/layout"));
+}
+
+TEST_F(CoreLayoutTest, AMissingLayoutIsAnError) {
+    logUpTo(Valen::Log::SeverityLevel::ERROR);
+    unsigned int word = 0;
+    EXPECT_EQ(-8, getPldCoreInfo("fpga", "x", &word, 1, -1, -1));
+    EXPECT_EQ(-8, getPldCoreAddress("cpld", "x", &word, 1, -1, -1));
+    EXPECT_EQ(-1, getPldCoreAddress("other", "x", 1, -1, -1));
+    EXPECT_THAT(syslog.lines(),
+                ElementsAre(error("CPCardInterface: could not find: /sys/bus/avalon/devices/fpga/layout"),
+                            error("CPCardInterface: could not find: /sys/bus/avalon/devices/cpld/layout"),
+                            error("CPCardInterface: could not find: /sys/bus/avalon/devices/other/layout")));
+}
+
+TEST_F(CoreLayoutTest, AddressesLoseTheirLowSixBits) {
+    writeLayout("fpga", core("x", {1, 0xFFFFFFFF}));
+    unsigned int address = 0;
+    EXPECT_EQ(1, getPldCoreAddress("fpga", "x", &address, 1, -1, -1));
+    EXPECT_EQ(0xFFFFFFC0U, address);
+    EXPECT_EQ(0xFFFFFFC0L, getPldCoreAddress("fpga", "x", 1, -1, -1));
+}
+
+TEST_F(CoreLayoutTest, AFailedAddressLookupClearsLowBitsTooOnPurpose) {
+    unsigned int address = 0xFFFFFFFF;
+    EXPECT_EQ(-8, getPldCoreAddress("fpga", "x", &address, 1, -1, -1));
+    EXPECT_EQ(0xFFFFFFC0U, address);
+    writeLayout("fpga", core("y", {1, 64}));
+    address = 0x7F;
+    EXPECT_EQ(-5, getPldCoreAddress("fpga", "x", &address, 1, -1, -1));
+    EXPECT_EQ(0x40U, address);
+}
+
+TEST_F(CoreLayoutTest, TheShortFormFoldsEveryFailureIntoMinusOne) {
+    writeLayout("fpga", core("x", {5, 64}));
+    EXPECT_EQ(64, getPldCoreAddress("fpga", "x", 1, 5, 5));
+    EXPECT_EQ(-1, getPldCoreAddress("fpga", "x", 1, 6, 6));
+    EXPECT_EQ(-1, getPldCoreAddress("fpga", "x", 2, -1, -1));
+    EXPECT_EQ(-1, getPldCoreAddress("fpga", "y", 1, -1, -1));
+    EXPECT_EQ(-1, getPldCoreAddress("cpld", "x", 1, -1, -1));
+}
+
+}  // namespace

@@ -1,0 +1,233 @@
+#include "Vl/HAL/Panel/HaldenOledPanel.h"
+
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "Tests/HAL/BoardWorld.h"
+#include "Tests/HAL/Panel/ScreenCalls.h"
+#include "Vl/Graphics/OLED.h"
+#include "Vl/HAL/Panel/OledPanelButtons.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using Valen::OledPanelButtons;
+using Valen::OledPanelInterface;
+
+/// A panel without controls.
+class ScreenOnly : public Valen::HaldenOledPanel {
+public:
+    bool initOk() const override { return true; }
+    bool getButtons(OledPanelButtons& /*buttons*/) override { return false; }
+    bool waitButton(OledPanelButtons& /*buttons*/) override { return false; }
+};
+
+constexpr std::size_t kFrameSize = 15360;
+const std::string kScreen = "/sys/bus/avalon/devices/oled_spi/spi_master/spi1/spi1.0/screen";
+
+class HaldenOledPanelTest : public BoardWorld {
+protected:
+    HaldenOledPanelTest() {
+        support::PrivateWorld::write(kScreen, "");
+        frame.fill(0x80654321);
+        frame.getBmp().FillRect(20, 10, 0x80ffffff);
+    }
+
+    /// Makes "screen" another file, for example one that is always full.
+    static void screenIs(const std::string& path) {
+        fs::remove(kScreen);
+        fs::create_symlink(path, kScreen);
+    }
+
+    std::string_view frameBytes() const {
+        return {reinterpret_cast<const char*>(frame.getBuffer()), kFrameSize};
+    }
+
+    VLGraphics::OLED frame{160, 48};
+    ScreenOnly panel;
+};
+
+TEST_F(HaldenOledPanelTest, Has160By48Pixels) {
+    EXPECT_EQ(160, panel.getXres());
+    EXPECT_EQ(48, panel.getYres());
+}
+
+TEST_F(HaldenOledPanelTest, OpensTheScreenForReadingAndWritingAndClosesItOnExec) {
+    const int next = dup(0);
+    close(next);
+    EXPECT_TRUE(panel.open("oled_spi", 0));
+    EXPECT_EQ(1, descriptorsOn(kScreen));
+    EXPECT_EQ(FD_CLOEXEC, fcntl(next, F_GETFD));
+    EXPECT_EQ(O_RDWR, fcntl(next, F_GETFL) & O_ACCMODE);
+}
+
+TEST_F(HaldenOledPanelTest, OpeningIsLoggedForTheConsoleWithALineFeedOfItsOwn) {
+    EXPECT_TRUE(panel.open("oled_spi", 0));
+    EXPECT_THAT(syslog.lines(), IsEmpty());
+    logUpTo(Valen::Log::SeverityLevel::CONSOLEMIN);
+    EXPECT_TRUE(panel.open("oled_spi", 0));
+    EXPECT_THAT(syslog.lines(), ElementsAre(debug("OLED: open oled device file: " + kScreen + "\n")));
+}
+
+TEST_F(HaldenOledPanelTest, ADeviceThatIsNotFoundLeavesEverythingAsItWas) {
+    logEverything();
+    EXPECT_FALSE(panel.open("oled_spi", 1));
+    EXPECT_FALSE(panel.open("no_such_core", 0));
+    EXPECT_THAT(syslog.lines(), IsEmpty());
+    ASSERT_TRUE(panel.open("oled_spi", 0));
+    EXPECT_FALSE(panel.open("no_such_core", 0));
+    EXPECT_EQ(1, descriptorsOn(kScreen));
+}
+
+TEST_F(HaldenOledPanelTest, OpeningAgainClosesTheEarlierScreen) {
+    ASSERT_TRUE(panel.open("oled_spi", 0));
+    ASSERT_TRUE(panel.open("oled_spi", -1));
+    EXPECT_EQ(1, descriptorsOn(kScreen));
+}
+
+TEST_F(HaldenOledPanelTest, AScreenThatCannotBeOpenedClosesTheEarlierOneToo) {
+    ASSERT_TRUE(panel.open("oled_spi", 0));
+    fs::rename(kScreen, kScreen + "2");
+    EXPECT_FALSE(panel.open("oled_spi", 0));
+    EXPECT_EQ(0, descriptorsOn(kScreen + "2"));
+}
+
+TEST_F(HaldenOledPanelTest, DestructionThroughTheInterfaceClosesTheScreen) {
+    auto owned = std::make_unique<ScreenOnly>();
+    ASSERT_TRUE(owned->open("oled_spi", 0));
+    std::unique_ptr<OledPanelInterface> handedOut = std::move(owned);
+    handedOut.reset();
+    EXPECT_EQ(0, descriptorsOn(kScreen));
+}
+
+TEST_F(HaldenOledPanelTest, AFrameIsOneSeekAndOneWrite) {
+    ASSERT_TRUE(panel.open("oled_spi", 0));
+    ScreenCalls screen;
+    EXPECT_TRUE(panel.updateScreen(&frame));
+    EXPECT_THAT(screen.calls, ElementsAre("lseek 0", "write 15360"));
+    EXPECT_EQ(frameBytes(), world.read(kScreen));
+}
+
+TEST_F(HaldenOledPanelTest, EveryFrameStartsAtTheBeginning) {
+    ASSERT_TRUE(panel.open("oled_spi", 0));
+    panel.updateScreen(&frame);
+    frame.fill(0x80000000);
+    panel.updateScreen(&frame);
+    EXPECT_EQ(frameBytes(), world.read(kScreen));
+}
+
+TEST_F(HaldenOledPanelTest, ShortWritesGoOnWhereTheyStopped) {
+    ASSERT_TRUE(panel.open("oled_spi", 0));
+    ScreenCalls screen;
+    screen.writeLimit = 6000;
+    EXPECT_TRUE(panel.updateScreen(&frame));
+    EXPECT_THAT(screen.calls, ElementsAre("lseek 0", "write 15360", "write 9360", "write 3360"));
+    EXPECT_EQ(frameBytes(), world.read(kScreen));
+}
+
+TEST_F(HaldenOledPanelTest, AFrameStopsAtTheFirstFailedWriteAndStillReportsSuccess) {
+    ASSERT_TRUE(panel.open("oled_spi", 0));
+    const auto previous = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit limit{};
+    getrlimit(RLIMIT_FSIZE, &limit);
+    const rlimit small{1000, limit.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &small);
+    ScreenCalls screen;
+    const bool result = panel.updateScreen(&frame);
+    setrlimit(RLIMIT_FSIZE, &limit);
+    std::signal(SIGXFSZ, previous);
+    EXPECT_TRUE(result);
+    EXPECT_THAT(screen.calls, ElementsAre("lseek 0", "write 15360", "write 14360"));
+    EXPECT_EQ(frameBytes().substr(0, 1000), world.read(kScreen));
+}
+
+TEST_F(HaldenOledPanelTest, AFrameStopsAtAWriteOfNothing) {
+    ASSERT_TRUE(panel.open("oled_spi", 0));
+    ScreenCalls screen;
+    screen.writeAnswer = 0;
+    EXPECT_TRUE(panel.updateScreen(&frame));
+    EXPECT_THAT(screen.calls, ElementsAre("lseek 0", "write 15360"));
+}
+
+TEST_F(HaldenOledPanelTest, AnInterruptedWriteIsNotRepeated) {
+    ASSERT_TRUE(panel.open("oled_spi", 0));
+    ScreenCalls screen;
+    screen.writeAnswer = -1;
+    EXPECT_TRUE(panel.updateScreen(&frame));
+    EXPECT_THAT(screen.calls, ElementsAre("lseek 0", "write 15360"));
+}
+
+TEST_F(HaldenOledPanelTest, AFrameToNoScreenOrAFullOneReportsSuccess) {
+    EXPECT_TRUE(panel.updateScreen(&frame));
+    screenIs("/dev/full");
+    ASSERT_TRUE(panel.open("oled_spi", 0));
+    EXPECT_TRUE(panel.updateScreen(&frame));
+}
+
+TEST_F(HaldenOledPanelTest, AStateIsItsCharacterAndALineFeedAtTheBeginning) {
+    ASSERT_TRUE(panel.open("oled_spi", 0));
+    panel.updateScreen(&frame);
+    ScreenCalls screen;
+    EXPECT_TRUE(panel.setState(static_cast<OledPanelInterface::OledState>(49)));
+    EXPECT_THAT(screen.calls, ElementsAre("lseek 0", "write 2"));
+    EXPECT_EQ("\x31\x0A", world.read(kScreen).substr(0, 2));
+    EXPECT_EQ(kFrameSize, world.read(kScreen).size());
+}
+
+TEST_F(HaldenOledPanelTest, EveryByteIsAState) {
+    ASSERT_TRUE(panel.open("oled_spi", 0));
+    for (int state = 0; state <= 255; ++state) {
+        EXPECT_TRUE(panel.setState(static_cast<OledPanelInterface::OledState>(state)));
+        EXPECT_EQ(std::string{static_cast<char>(state)} + '\n', world.read(kScreen));
+    }
+}
+
+TEST_F(HaldenOledPanelTest, TheStateAfterAFrameIsTheCharacterOne) {
+    EXPECT_EQ(49, static_cast<int>(OledPanelInterface::kFrameShown));
+}
+
+TEST_F(HaldenOledPanelTest, AStateThatIsNotWhollyWrittenFails) {
+    EXPECT_FALSE(panel.setState(OledPanelInterface::kFrameShown));
+    ASSERT_TRUE(panel.open("oled_spi", 0));
+    {
+        ScreenCalls screen;
+        screen.writeLimit = 1;
+        EXPECT_FALSE(panel.setState(OledPanelInterface::kFrameShown));
+        EXPECT_THAT(screen.calls, ElementsAre("lseek 0", "write 2"));
+    }
+    screenIs("/dev/full");
+    ASSERT_TRUE(panel.open("oled_spi", 0));
+    EXPECT_FALSE(panel.setState(OledPanelInterface::kFrameShown));
+}
+
+TEST_F(HaldenOledPanelTest, IsLitUnlessTheFirstByteIsZero) {
+    ASSERT_TRUE(panel.open("oled_spi", 0));
+    const struct {
+        std::string content;
+        bool lit;
+    } rows[] = {{std::string(1, '\0'), false}, {"1", true}, {"0", true}, {std::string("\0\1", 2), false}};
+    for (const auto& row : rows) {
+        support::PrivateWorld::write(kScreen, row.content);
+        EXPECT_EQ(row.lit, panel.isIlluminated());
+        EXPECT_EQ(row.lit, panel.isIlluminated());
+    }
+}
+
+TEST_F(HaldenOledPanelTest, IsTakenToBeLitWhenItCannotBeReadOnPurpose) {
+    EXPECT_TRUE(panel.isIlluminated());
+    ASSERT_TRUE(panel.open("oled_spi", 0));
+    EXPECT_TRUE(panel.isIlluminated());
+}
+
+}  // namespace
