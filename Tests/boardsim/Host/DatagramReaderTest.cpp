@@ -35,8 +35,19 @@ TEST_F(DatagramReaderTest, HandsOverAllThatWaitsInOrderAndDoesNotBlock) {
     send("one");
     send("");
     send("three");
-    reader.drain();
+    EXPECT_FALSE(reader.drain());
     EXPECT_THAT(taken, ElementsAre("one", "", "three"));
+}
+
+TEST_F(DatagramReaderTest, ASenderThatNeverStopsIsLeftInTheEnd) {
+    std::size_t count = 0;
+    DatagramReader reader(std::move(receiver), [&](std::string_view text) {
+        ++count;
+        send(std::string(text));
+    });
+    send("again");
+    EXPECT_TRUE(reader.drain());
+    EXPECT_GT(count, 512U);
 }
 
 TEST_F(DatagramReaderTest, LongDatagramsArriveWhole) {

@@ -15,7 +15,7 @@ using boardsim::SharedRegisters;
 TEST(SharedRegistersTest, AStoreIsSeenThroughTheFile) {
     const Descriptor memory(memfd_create("registers", MFD_CLOEXEC));
     ASSERT_EQ(0, ftruncate(memory.get(), 0x10000));
-    SharedRegisters registers(memory, 0x10000);
+    SharedRegisters registers(Descriptor(dup(memory.get())), 0x10000);
     registers.store(0x1004, 0x12345678);
     registers.store(0xFFFC, 0x9ABCDEF0);
     std::uint32_t value = 0;
@@ -25,6 +25,18 @@ TEST(SharedRegistersTest, AStoreIsSeenThroughTheFile) {
     EXPECT_EQ(0x9ABCDEF0U, value);
     ASSERT_EQ(4, pread(memory.get(), &value, 4, 0x1000));
     EXPECT_EQ(0U, value);
+}
+
+TEST(SharedRegistersTest, ACutFileHasItsSizeAgainWithTheNextStore) {
+    const Descriptor memory(memfd_create("registers", MFD_CLOEXEC));
+    ASSERT_EQ(0, ftruncate(memory.get(), 0x10000));
+    SharedRegisters registers(Descriptor(dup(memory.get())), 0x10000);
+    ASSERT_EQ(0, ftruncate(memory.get(), 0));
+    registers.store(0x1004, 7);
+    std::uint32_t value = 0;
+    ASSERT_EQ(4, pread(memory.get(), &value, 4, 0x1004));
+    EXPECT_EQ(7U, value);
+    EXPECT_EQ(0x10000, lseek(memory.get(), 0, SEEK_END));
 }
 
 TEST(SharedRegistersTest, ABadDescriptorIsAnError) {

@@ -45,6 +45,15 @@ TEST(KeysTest, StepsThatWereNotTakenAreReported) {
     EXPECT_EQ("boardsim: the program ended before 2 of 3 key steps\n", run.err);
 }
 
+TEST(KeysTest, AProgramThatTruncatesTheRegistersDoesNotBreakTheBoard) {
+    const BoardRun run = board().keys("left").run(
+        {"/bin/sh", "-c",
+         ": > /dev/fpga; " + kClient + " draw:1 state:1; while [ ! -s /dev/fpga ]; do :; done; while [ $(" +
+             kClient + " counters) = 0x00000000 ]; do :; done; " + kClient + " counters"});
+    EXPECT_EQ("0x00000001\n", run.out);
+    EXPECT_EQ(0, run.status);
+}
+
 TEST(KeysTest, WhatAProgramWritesOverTheCountersIsGoneWithTheNextKey) {
     const BoardRun run = board().keys("left").run({kClient, "spoil:0x7777", "await:1"});
     EXPECT_EQ("0x00000001\n", run.out);

@@ -203,6 +203,21 @@ TEST(RunTest, AProgramThatEndsInTimeKeepsItsStatus) {
     EXPECT_EQ(3, shell("exit 3", board().timeout("50")).status);
 }
 
+TEST(RunTest, TheBoardsOwnStatusesAreTheProgramsToUse) {
+    const BoardRun run = board().run({kClient, "draw:1", "exit:125"});
+    EXPECT_EQ(125, run.status);
+    EXPECT_EQ(15360U, run.frame.size());
+}
+
+TEST(RunTest, AFullDiskEndsTheBoardAndIsSaid) {
+    const BoardRun traced = board().option("--trace", "/dev/full").run({kClient, "draw:1", "hang:on"});
+    EXPECT_EQ(125, traced.status);
+    EXPECT_EQ("boardsim: cannot write /dev/full: No space left on device\n", traced.err);
+    const BoardRun pictured = board().option("--screenshot", "/dev/full").run({kClient, "draw:1"});
+    EXPECT_EQ(125, pictured.status);
+    EXPECT_EQ("boardsim: cannot write /dev/full: No space left on device\n", pictured.err);
+}
+
 TEST(RunTest, UsageErrorsHaveStatusTwoAndStartNothing) {
     const support::TemporaryDirectory files;
     const std::string touch = "echo started > " + files.file("started");

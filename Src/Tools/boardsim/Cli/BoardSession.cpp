@@ -1,7 +1,7 @@
 #include "Tools/boardsim/Cli/BoardSession.h"
 
 #include <csignal>
-#include <iostream>
+#include <stdexcept>
 
 #include "Tools/boardsim/Board/RegisterTrace.h"
 #include "Tools/boardsim/Board/ScreenTrace.h"
@@ -50,21 +50,20 @@ void BoardSession::wire(SignalWatch& signals) {
 
 int BoardSession::run() {
     loop_.run();
-    drainSockets();
+    while (drainSockets()) {
+    }
     if (trace_) {
         trace_->finish();
     }
     process_.join();
     if (!failure_.empty()) {
-        std::cerr << "boardsim: " << failure_ << "\n";
-        return kBoardFailed;
+        throw std::runtime_error(failure_);
     }
     if (endingSignals_ > 0) {
         return kTimedOut;
     }
     if (!waitStatus_) {
-        std::cerr << "boardsim: the board's processes were killed\n";
-        return kBoardFailed;
+        throw std::runtime_error("the board's processes were killed");
     }
     return shellStatus(*waitStatus_);
 }
@@ -83,7 +82,7 @@ void BoardSession::onControl() {
         case ControlKind::TrapSocket:
             return readTrap(std::move(message->descriptor));
         case ControlKind::RegisterMemory:
-            registers_.emplace(message->descriptor, board_.fpgaBytes);
+            registers_.emplace(std::move(message->descriptor), board_.fpgaBytes);
             return;
         case ControlKind::Failed:
             failure_ = message->text;
@@ -151,13 +150,10 @@ void BoardSession::offerToPanel(const TrapEvent& write) {
 }
 
 /// What the program did before has been told already; it comes first in log and trace.
-void BoardSession::drainSockets() {
-    if (trap_) {
-        trap_->drain();
-    }
-    if (log_) {
-        log_->drain();
-    }
+bool BoardSession::drainSockets() {
+    const bool moreReports = trap_ && trap_->drain();
+    const bool moreLines = log_ && log_->drain();
+    return moreReports || moreLines;
 }
 
 void BoardSession::onScreen(const ScreenEvent& event) {

@@ -31,7 +31,8 @@ public:
                  const ProgramStart& start, Outputs& outputs, SignalWatch& signals);
 
     /// Serves the board until nothing of it is left. @return the exit status for boardsim.
-    /// @throws std::exception when serving fails; the board is gone when the session is destroyed.
+    /// @throws std::exception when the board cannot be made or served; it is gone when the session is
+    /// destroyed.
     int run();
 
     const PanelScreen& screen() const { return screen_; }
@@ -47,7 +48,7 @@ private:
     void readTrap(Descriptor socket);
     void takeRegisterReport(std::string_view datagram);
     void offerToPanel(const TrapEvent& write);
-    void drainSockets();
+    bool drainSockets();
     void onScreen(const ScreenEvent& event);
     void playKeys();
     std::optional<Clock::time_point> nextEnding() const;

@@ -17,8 +17,10 @@ public:
     /// For poll(): readable when a datagram waits.
     int descriptor() const { return socket_.get(); }
 
-    /// Hands over all that wait now. Does not block.
-    void drain();
+    /// Hands over what waits now, in order, but not more than 1024 datagrams: a sender that never pauses must
+    /// not keep the caller from everything else. Does not block.
+    /// @return whether more may wait.
+    bool drain();
 
 private:
     Descriptor socket_;

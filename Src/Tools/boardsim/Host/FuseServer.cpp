@@ -139,6 +139,7 @@ FuseServer::FuseServer(Descriptor device, std::vector<ActingFile> files, std::fu
     fuse_args arguments = FUSE_ARGS_INIT(1, words);
     const fuse_lowlevel_ops table = operations();
     state_->session = fuse_session_new(&arguments, &table, sizeof table, &state_->files);
+    fuse_opt_free_args(&arguments);
     if (state_->session == nullptr) {
         throw std::runtime_error("cannot make a FUSE session");
     }

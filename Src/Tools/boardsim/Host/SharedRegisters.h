@@ -7,12 +7,13 @@
 
 namespace boardsim {
 
-/// The memory behind the mapped register device, as boardsim sees it: 32-bit registers at byte offsets.
+/// The memory behind the mapped register device, as boardsim sees it: 32-bit registers at byte offsets. A
+/// device cannot be cut: when a program truncates the file, it has its full size again with the next store.
 class SharedRegisters {
 public:
-    /// Maps the whole of `memory`, `bytes` long. The descriptor is not needed afterwards.
+    /// Maps the whole of `memory`, `bytes` long.
     /// @throws std::system_error
-    SharedRegisters(const Descriptor& memory, std::size_t bytes);
+    SharedRegisters(Descriptor memory, std::size_t bytes);
     SharedRegisters(const SharedRegisters&) = delete;
     SharedRegisters& operator=(const SharedRegisters&) = delete;
     ~SharedRegisters();
@@ -22,6 +23,9 @@ public:
     void store(std::uint32_t offset, std::uint32_t value);
 
 private:
+    void restoreSize() const;
+
+    Descriptor memory_;
     std::uint32_t* words_;
     std::size_t bytes_;
 };

@@ -1,0 +1,50 @@
+# bash completion for boardsim(1)
+
+_boardsim_words() {
+    mapfile -t COMPREPLY < <(compgen -W "$1" -- "$current")
+}
+
+_boardsim_files() {
+    compopt -o filenames
+    mapfile -t COMPREPLY < <(compgen -f -- "$current")
+}
+
+# What follows "--" is another command line.
+_boardsim_program() {
+    local mark=$1
+    if declare -F _command_offset >/dev/null; then
+        _command_offset $((mark + 1))
+    elif ((COMP_CWORD == mark + 1)); then
+        mapfile -t COMPREPLY < <(compgen -c -- "$current")
+    else
+        _boardsim_files
+    fi
+}
+
+_boardsim() {
+    local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} i
+    COMPREPLY=()
+    for ((i = 1; i < COMP_CWORD; i++)); do
+        if [[ ${COMP_WORDS[i]} == -- ]]; then
+            _boardsim_program "$i"
+            return
+        fi
+    done
+    if ((COMP_CWORD == 1)); then
+        _boardsim_words "run --help --version"
+        return
+    fi
+    case $previous in
+        --frame | --screenshot | --log | --trace | --font) _boardsim_files ;;
+        --without) _boardsim_words "screen spi panel-registers layout fpga gpio log font font-directory" ;;
+        --screen) _boardsim_words "one-byte failing full full:" ;;
+        --keys) _boardsim_words "left right red cw ccw wait:" ;;
+        --scale | --timeout) ;;
+        *)
+            _boardsim_words "--keys --frame --screenshot --scale --show --log --trace --timeout --font --no-font \
+                --without --screen --help --"
+            ;;
+    esac
+}
+
+complete -F _boardsim boardsim
