@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <cmath>
 #include <functional>
 
 #include "Tests/Graphics/LibraryFaults.h"
@@ -244,17 +245,31 @@ TEST_F(FaceTest, SeveralLinesAreTriedWhereOneWouldBeLowerThanHalfTheBox) {
     const std::string text = "A text that is much too long for a single line of it";
     plain.setPoints(10);
     const int probe = plain.unitsWide(text);
-    ASSERT_LT(160 * 640 / probe, 24);
-    const int wraps = 48 * probe / (160 * 640);
-    int lines = 1;
-    while (lines * lines <= wraps)
-        ++lines;
-    const int size = 48 / lines;
+    int squares = 0;
+    for (int width = 40; width <= 160; ++width) {
+        ASSERT_LT(width * 640 / probe, 24);
+        const int wraps = 48 * probe / (width * 640);
+        const int lines = static_cast<int>(std::floor(std::sqrt(wraps))) + 1;
+        squares += (lines - 1) * (lines - 1) == wraps ? 1 : 0;
+        const int size = 48 / lines;
 
-    const TextSize taken = face.SetBestSize(text.c_str(), 160, 48, true);
-    EXPECT_EQ(size, face.size());
-    EXPECT_EQ(160, taken.width);
-    EXPECT_EQ(size * (size * probe / (160 * 640) + 1), taken.height);
+        const TextSize taken = face.SetBestSize(text.c_str(), width, 48, true);
+        EXPECT_EQ(size, face.size()) << width;
+        EXPECT_EQ(width, taken.width);
+        EXPECT_EQ(size * (size * probe / (width * 640) + 1), taken.height) << width;
+    }
+    EXPECT_GT(squares, 0);  // where one line fewer would just do, but is not taken
+}
+
+TEST_F(FaceTest, ALineOfExactlyHalfTheBoxCountsAsSeveralLines) {
+    const std::string text = "Half the height";
+    plain.setPoints(10);
+    const int probe = plain.unitsWide(text);
+    const int width = (24 * probe + 639) / 640;
+    ASSERT_EQ(24, width * 640 / probe);
+    EXPECT_LT(face.SetBestSize(text.c_str(), width + 1, 48, false).width, width + 1);
+    EXPECT_EQ(width + 1, face.SetBestSize(text.c_str(), width + 1, 48, true).width);
+    EXPECT_EQ(24, face.size());
 }
 
 TEST_F(FaceTest, AnEmptyTextInSeveralLinesTakesTheBoxesHeight) {
