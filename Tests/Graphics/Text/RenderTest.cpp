@@ -59,7 +59,7 @@ TEST(RenderTest, ATruncatedFontIsRefusedOrDrawnWithWhatItHas) {
     RGB16Bitmap bitmap(160, 48);
     int refused = 0;
     testing::internal::CaptureStderr();
-    for (const size_t length : {1, 4, 12, 100, 300, 1000, 5000, 20000, 100000, 400000, 700000}) {
+    for (const size_t length : {1U, 4U, 12U, 100U, 300U, 1000U, 5000U, 20000U, 100000U, 400000U, 700000U}) {
         writeBytes(directory.file("cut.ttf"), whole.substr(0, length));
         Face face;
         if (!NewFace(directory.file("cut.ttf").c_str(), face)) {
