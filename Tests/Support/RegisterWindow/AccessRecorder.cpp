@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cstdlib>
 #include <cstring>
 #include <string_view>
@@ -14,6 +15,12 @@ namespace {
 
 constexpr std::size_t kMostAccesses = 1 << 18;
 
+/// To the compiler an access to the window is one volatile access and touches nothing else. In truth a signal
+/// handler runs there and changes the record: nothing may be kept in registers or moved across.
+void letTheCompilerSeeAccesses() {
+    std::atomic_signal_fence(std::memory_order_seq_cst);
+}
+
 }  // namespace
 
 AccessRecorder::AccessRecorder() {
@@ -21,12 +28,27 @@ AccessRecorder::AccessRecorder() {
     accesses_.reserve(kMostAccesses);
 }
 
+const std::vector<boardsim::RegisterAccess>& AccessRecorder::accesses() const {
+    letTheCompilerSeeAccesses();
+    return accesses_;
+}
+
+void AccessRecorder::clear() {
+    letTheCompilerSeeAccesses();
+    accesses_.clear();
+    letTheCompilerSeeAccesses();
+}
+
 void AccessRecorder::onRead(std::uint64_t offset, std::vector<std::uint64_t> values) {
+    letTheCompilerSeeAccesses();
     sequences_[offset] = {std::move(values), 0};
+    letTheCompilerSeeAccesses();
 }
 
 void AccessRecorder::onWrite(std::uint64_t offset, WriteAction action) {
+    letTheCompilerSeeAccesses();
     actions_[offset] = std::move(action);
+    letTheCompilerSeeAccesses();
 }
 
 void AccessRecorder::beforeRead(std::span<std::byte> memory, std::uint64_t offset) {

@@ -18,8 +18,8 @@ public:
 
     AccessRecorder();
 
-    const std::vector<boardsim::RegisterAccess>& accesses() const { return accesses_; }
-    void clear() { accesses_.clear(); }
+    const std::vector<boardsim::RegisterAccess>& accesses() const;
+    void clear();
 
     void onRead(std::uint64_t offset, std::vector<std::uint64_t> values);
     void onWrite(std::uint64_t offset, WriteAction action);

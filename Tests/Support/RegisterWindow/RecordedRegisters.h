@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
@@ -27,11 +28,14 @@ public:
     /// Sets a register, or looks at it; any offset, also an odd one. Is not recorded.
     template <std::unsigned_integral Value>
     void set(std::size_t offset, Value value) {
+        std::atomic_signal_fence(std::memory_order_seq_cst);
         std::memcpy(memory(offset, sizeof value).data(), &value, sizeof value);
+        std::atomic_signal_fence(std::memory_order_seq_cst);
     }
     template <std::unsigned_integral Value>
     Value get(std::size_t offset) const {
         Value value;
+        std::atomic_signal_fence(std::memory_order_seq_cst);
         std::memcpy(&value, memory(offset, sizeof value).data(), sizeof value);
         return value;
     }
@@ -49,6 +53,8 @@ public:
 
     /// Calls `action` after each write at exactly this offset, on the writing thread and before it goes on.
     /// The action may set() and get(); it must not access the window, nor allocate memory under TSan.
+    /// Variables of the test that it changes should be volatile or atomic: the compiler does not know that it
+    /// runs.
     void onWrite(std::size_t offset, AccessRecorder::WriteAction action) {
         recorder_.onWrite(offset, std::move(action));
     }

@@ -35,6 +35,8 @@ volatile std::uint32_t& word(const RegisterWindow& window, std::size_t offset) {
     return *static_cast<volatile std::uint32_t*>(window.address(offset));
 }
 
+const auto kNoWordFromTheTrap = testing::Not(testing::HasSubstr("boardsim"));
+
 void dieOfFaultsAsUsual() {
     // A sanitizer's own handler would turn the signal into an exit.
     ::signal(SIGSEGV, SIG_DFL);
@@ -324,7 +326,7 @@ TEST_F(RegisterTrapDeathTest, ACrashElsewhereStaysACrash) {
             void* elsewhere = ::mmap(nullptr, kPage, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
             touch(elsewhere, 0);
         },
-        KilledBySignal(SIGSEGV), "^$");
+        KilledBySignal(SIGSEGV), kNoWordFromTheTrap);
 }
 
 TEST_F(RegisterTrapDeathTest, ASentSignalStillKills) {
@@ -334,7 +336,7 @@ TEST_F(RegisterTrapDeathTest, ASentSignalStillKills) {
             RegisterWindow window;
             ::raise(SIGSEGV);
         },
-        KilledBySignal(SIGSEGV), "^$");
+        KilledBySignal(SIGSEGV), kNoWordFromTheTrap);
 }
 
 TEST_F(RegisterTrapDeathTest, AnAccessAfterUnmappingIsACrash) {
@@ -345,7 +347,7 @@ TEST_F(RegisterTrapDeathTest, AnAccessAfterUnmappingIsACrash) {
             unmap(base, kPage);
             touch(base, 0);
         },
-        KilledBySignal(SIGSEGV), "^$");
+        KilledBySignal(SIGSEGV), kNoWordFromTheTrap);
 }
 
 TEST_F(RegisterTrapDeathTest, AnAccessAfterTheObserverHasGoneIsACrash) {
@@ -356,7 +358,7 @@ TEST_F(RegisterTrapDeathTest, AnAccessAfterTheObserverHasGoneIsACrash) {
             RegisterTrap::instance().abandon(recorder_);
             touch(base, 0);
         },
-        KilledBySignal(SIGSEGV), "^$");
+        KilledBySignal(SIGSEGV), kNoWordFromTheTrap);
 }
 
 TEST_F(RegisterTrapDeathTest, AWriteToAWindowForReadingIsACrash) {
@@ -365,7 +367,7 @@ TEST_F(RegisterTrapDeathTest, AWriteToAWindowForReadingIsACrash) {
             dieOfFaultsAsUsual();
             touch(map(PROT_READ), 0);
         },
-        KilledBySignal(SIGSEGV), "^$");
+        KilledBySignal(SIGSEGV), kNoWordFromTheTrap);
 }
 
 TEST_F(RegisterTrapDeathTest, AnAccessAcrossTheEndOfAWindowIsACrash) {
@@ -377,19 +379,20 @@ TEST_F(RegisterTrapDeathTest, AnAccessAcrossTheEndOfAWindowIsACrash) {
             const std::uint64_t value = 0;
             std::memcpy(static_cast<std::byte*>(base) + kPage - 4, &value, sizeof value);
         },
-        KilledBySignal(SIGSEGV), "^$");
+        KilledBySignal(SIGSEGV), kNoWordFromTheTrap);
 }
 
+#if defined(__x86_64__)
+// qemu-user, which runs these tests for other processors, never comes back from a bus error in a handler.
 TEST_F(RegisterTrapDeathTest, AnAccessBehindTheEndOfTheFileIsABusError) {
     EXPECT_EXIT(
         {
             dieOfFaultsAsUsual();
             touch(map(PROT_READ | PROT_WRITE, kPage, 64 * kPage), 0);
         },
-        KilledBySignal(SIGBUS), "^$");
+        KilledBySignal(SIGBUS), kNoWordFromTheTrap);
 }
 
-#if defined(__x86_64__)
 TEST_F(RegisterTrapDeathTest, AnInstructionThatIsNotEmulatedEndsTheProcessWithItsText) {
     RegisterWindow window;
     EXPECT_EXIT(asm volatile("fldl (%0)"
