@@ -57,22 +57,6 @@ TEST_F(PreloadTest, AScriptThatNamesItselfEnds) {
     EXPECT_FALSE(boardsim::isStaticallyLinked(write("loop", "#!" + files.file("loop") + "\n")));
 }
 
-TEST_F(PreloadTest, ProgramsAreFoundAlongThePath) {
-    const std::string tool = write("tool", "#!/bin/sh\n");
-    const std::string folder = fs::path(tool).parent_path();
-    EXPECT_EQ(folder + "/tool", boardsim::findProgram("tool", "/no/such:" + folder));
-    EXPECT_FALSE(boardsim::findProgram("tool", "/no/such"));
-    EXPECT_FALSE(boardsim::findProgram("tool", ""));
-    EXPECT_EQ(tool, boardsim::findProgram(tool, ""));
-}
-
-TEST_F(PreloadTest, FilesThatCannotBeRunAreNoPrograms) {
-    const std::string path = write("data", "x");
-    fs::permissions(path, fs::perms::owner_read);
-    EXPECT_FALSE(boardsim::findProgram(path, ""));
-    EXPECT_FALSE(boardsim::findProgram("/tmp", ""));
-}
-
 std::map<std::string, std::string> environmentWith(const char* preload, const char* asan) {
     preload == nullptr ? unsetenv("LD_PRELOAD") : setenv("LD_PRELOAD", preload, 1);
     asan == nullptr ? unsetenv("ASAN_OPTIONS") : setenv("ASAN_OPTIONS", asan, 1);

@@ -44,6 +44,16 @@ TEST(RunTest, WhatCannotBeStartedGivesTheShellsStatus) {
     EXPECT_EQ(126, board().run({"/usr"}).status);
 }
 
+TEST(RunTest, AFolderOfThePathThatCannotBeSearchedHidesNothing) {
+    const support::TemporaryDirectory files;
+    std::ofstream(files.file("file")) << "no folder";
+    const std::string path = getenv("PATH");
+    setenv("PATH", (files.file("file") + ":" + path).c_str(), 1);
+    EXPECT_EQ(127, board().run({"no-such-program"}).status);
+    EXPECT_EQ(0, board().run({"true"}).status);
+    setenv("PATH", path.c_str(), 1);
+}
+
 TEST(RunTest, TheProgramIsAloneWithInit) {
     EXPECT_EQ("2\n", shell("echo $$").out);
     EXPECT_EQ("1\n", shell("echo $PPID").out);

@@ -1,6 +1,5 @@
 #include "Tools/boardsim/Cli/RunCommand.h"
 
-#include <cstdlib>
 #include <exception>
 #include <iostream>
 
@@ -9,6 +8,7 @@
 #include "Tools/boardsim/Cli/Outputs.h"
 #include "Tools/boardsim/Host/ExitStatus.h"
 #include "Tools/boardsim/Host/Preload.h"
+#include "Tools/boardsim/Host/ProgramSearch.h"
 
 namespace boardsim {
 namespace {
@@ -24,8 +24,7 @@ int addTrap(ProgramStart& start, const std::string& socket) {
     if (!library) {
         return complain("cannot find libboardsim-trap.so, which --trace needs", kBoardFailed);
     }
-    const char* path = std::getenv("PATH");
-    const std::optional<std::string> program = findProgram(start.words[0], path == nullptr ? "" : path);
+    const std::optional<std::string> program = findProgram(start.words[0], searchPath());
     if (program && isStaticallyLinked(*program)) {
         return complain(*program +
                             " is statically linked: its register accesses cannot be traced; "

@@ -1,7 +1,6 @@
 #include "Tools/boardsim/Host/Preload.h"
 
 #include <elf.h>
-#include <unistd.h>
 
 #include <array>
 #include <cstdlib>
@@ -19,11 +18,6 @@ constexpr const char* kLibraryName = "libboardsim-trap.so";
 /// Relative to the folder of the program: in a build tree and in an installed one.
 constexpr std::array kLibraryFolders{"../lib", "../lib/boardsim", "../libexec/boardsim"};
 constexpr int kInterpretersInARow = 4;  // as many as the kernel follows
-
-bool isExecutableFile(const std::string& path) {
-    std::error_code none;
-    return fs::is_regular_file(path, none) && access(path.c_str(), X_OK) == 0;
-}
 
 /// The interpreter that a script's first line names; empty when it is no script.
 std::string interpreterOf(std::ifstream& file) {
@@ -73,20 +67,6 @@ std::optional<std::string> findTrapLibrary() {
     for (const char* folder : kLibraryFolders) {
         const fs::path candidate = (self.parent_path() / folder / kLibraryName).lexically_normal();
         if (fs::is_regular_file(candidate, unknown)) {
-            return candidate;
-        }
-    }
-    return std::nullopt;
-}
-
-std::optional<std::string> findProgram(const std::string& name, const std::string& path) {
-    if (name.find('/') != std::string::npos) {
-        return isExecutableFile(name) ? std::optional(name) : std::nullopt;
-    }
-    std::istringstream folders(path);
-    for (std::string folder; std::getline(folders, folder, ':');) {
-        const std::string candidate = (folder.empty() ? "." : folder) + "/" + name;
-        if (isExecutableFile(candidate)) {
             return candidate;
         }
     }

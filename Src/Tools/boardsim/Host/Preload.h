@@ -11,10 +11,6 @@ namespace boardsim {
 /// installed. Nothing when it is in none of those places.
 std::optional<std::string> findTrapLibrary();
 
-/// The file that a shell would run for `name` with this PATH: `name` itself when it has a slash. Nothing when
-/// there is no such executable file.
-std::optional<std::string> findProgram(const std::string& name, const std::string& path);
-
 /// Whether `program` is loaded without the dynamic linker, which then preloads nothing. A script counts as
 /// its interpreter. A file that is neither ELF nor script, or cannot be read, is not static.
 bool isStaticallyLinked(const std::string& program);

@@ -8,6 +8,7 @@
 #include <cstring>
 
 #include "Tools/boardsim/Host/ExitStatus.h"
+#include "Tools/boardsim/Host/ProgramSearch.h"
 
 namespace boardsim {
 
@@ -23,7 +24,8 @@ void becomeProgram(const ProgramStart& start) {
 
     sigprocmask(SIG_SETMASK, &start.signalMask, nullptr);
     execvp(words[0], words.data());
-    const int error = errno;
+    // execvp() says "permission denied" when it was not allowed to look everywhere.
+    const int error = errno == EACCES && !programExists(start.words[0], searchPath()) ? ENOENT : errno;
     std::fprintf(stderr, "boardsim: cannot run %s: %s\n", words[0], std::strerror(error));
     std::fflush(stderr);
     _exit(error == ENOENT || error == ENOTDIR ? kNotFound : kCannotExecute);
