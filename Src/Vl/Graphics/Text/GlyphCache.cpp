@@ -75,6 +75,10 @@ std::unique_ptr<Glyph> copyOf(const FT_GlyphSlotRec& slot) {
     return glyph;
 }
 
+int64_t pixelsOf(const Glyph& glyph) {
+    return int64_t{glyph.mask.width} * glyph.mask.height;
+}
+
 }  // namespace
 
 GlyphCache::GlyphCache() = default;
@@ -88,23 +92,28 @@ void GlyphCache::clear() {
 }
 
 int64_t GlyphCache::advance(FT_FaceRec_* face, uint8_t code) {
-    if (advances_[code])
+    if (advances_[code]) {
         return *advances_[code];
+    }
     FT_Error error = 0;
     load(face, code, error);
     const int64_t width = face != nullptr ? face->glyph->advance.x : 0;
-    if (error == 0)
+    if (error == 0) {
         advances_[code] = width;
+        renderAhead(face, code);
+    }
     return width;
 }
 
 const Glyph* GlyphCache::glyph(FT_FaceRec_* face, uint8_t code) {
-    if (glyphs_[code])
+    if (glyphs_[code]) {
         return glyphs_[code].get();
+    }
     FT_Error error = 0;
     const FT_UInt index = load(face, code, error);
-    if (error != 0)
+    if (error != 0) {
         return nullptr;
+    }
     error = FT_Render_Glyph(face->glyph, FT_RENDER_MODE_NORMAL);
     if (error != 0) {
         std::fprintf(stderr, "could not render glyph: %u because: 0x%X\n", index,
@@ -112,10 +121,23 @@ const Glyph* GlyphCache::glyph(FT_FaceRec_* face, uint8_t code) {
         return nullptr;
     }
     unkept_ = copyOf(*face->glyph);
-    if (int64_t{unkept_->mask.width} * unkept_->mask.height > kLargestKept)
+    if (pixelsOf(*unkept_) > kLargestKept) {
         return unkept_.get();
+    }
     glyphs_[code] = std::move(unkept_);
     return glyphs_[code].get();
+}
+
+void GlyphCache::renderAhead(FT_FaceRec_* face, uint8_t code) {
+    const FT_Glyph_Metrics& units = face->glyph->metrics;
+    if ((int64_t{units.width} >> 6) * (int64_t{units.height} >> 6) > kLargestKept ||
+        FT_Render_Glyph(face->glyph, FT_RENDER_MODE_NORMAL) != 0) {
+        return;
+    }
+    auto rendered = copyOf(*face->glyph);
+    if (pixelsOf(*rendered) <= kLargestKept) {
+        glyphs_[code] = std::move(rendered);
+    }
 }
 
 }  // namespace TextRender

@@ -28,7 +28,7 @@ struct Glyph {
 class GlyphCache {
 public:
     /// Glyphs of more pixels than this are made anew each time, so that huge sizes cannot fill the memory.
-    static constexpr int64_t kLargestKept = 256 * 256;
+    static constexpr int64_t kLargestKept = int64_t{256} * 256;
 
     GlyphCache();
     ~GlyphCache();
@@ -45,6 +45,10 @@ public:
 
 private:
     static constexpr size_t kCodes = 256;
+
+    /// Renders what the face has just loaded to be measured: a text is measured before it is drawn, and
+    /// loading, with its hinting, is the larger part. What fails here is tried, and said, when it is drawn.
+    void renderAhead(FT_FaceRec_* face, uint8_t code);
 
     std::array<std::optional<int64_t>, kCodes> advances_;
     std::array<std::unique_ptr<Glyph>, kCodes> glyphs_;
