@@ -39,7 +39,7 @@ TEST(KeysTest, PausesArePassedOver) {
 }
 
 TEST(KeysTest, StepsThatWereNotTakenAreReported) {
-    const BoardRun run = board().keys("left right red").run({kClient, "await:1"});
+    const BoardRun run = board().keys("left wait:3600000 red").run({kClient, "await:1"});
     EXPECT_EQ(0, run.status);
     EXPECT_EQ("0x00000001\n", run.out);
     EXPECT_EQ("boardsim: the program ended before 2 of 3 key steps\n", run.err);
