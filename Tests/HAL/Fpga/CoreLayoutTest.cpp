@@ -87,6 +87,30 @@ TEST_F(CoreLayoutTest, CoresWithoutWordsAreSkipped) {
     EXPECT_EQ(1, read(file(core("none", {}) + core("x", {1, 64})), "x", 1));
 }
 
+TEST_F(CoreLayoutTest, CoresOfAnySizeAreSkipped) {
+    for (const auto words : std::to_array<std::size_t>({1, 2, 15, 16, 17, 1000, 0xFFFF})) {
+        SCOPED_TRACE(words);
+        std::string bytes = core("other", std::vector<std::uint32_t>(words, 0x78000000)) + twoCores;
+        unsigned int word = 0;
+        EXPECT_EQ(1, read(file(bytes), "second", 1, word));
+        EXPECT_EQ(1, read(memory(bytes), "first", 1));
+        EXPECT_EQ(0x40U, word);
+    }
+}
+
+TEST_F(CoreLayoutTest, AFailedSkipOfAShortCoreIsLoggedLikeThatOfALongOne) {
+    for (const auto words : std::to_array<std::uint16_t>({3, 16, 17})) {
+        SCOPED_TRACE(words);
+        std::string bytes = coreClaiming(words, "other", {1, 64});
+        EXPECT_EQ(-5, read(memory(bytes), "x", 1));
+        EXPECT_THAT(syslog.lines(),
+                    ElementsAre(debug("CPCardInterface: GetPLDCoreInfo: short read skip info: " +
+                                      std::to_string(words * 2))));
+        EXPECT_EQ(-5, read(file(bytes), "x", 1));
+        EXPECT_THAT(syslog.lines(), IsEmpty());
+    }
+}
+
 TEST_F(CoreLayoutTest, ACoreWithOnlyAVersionHasNoAddress) {
     EXPECT_EQ(-7, read(file(core("x", {1})), "x", 1));
     EXPECT_THAT(syslog.lines(),

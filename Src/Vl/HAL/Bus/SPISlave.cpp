@@ -35,12 +35,9 @@ bool hasChipSelect(std::string_view name, int wanted) {
 
 fs::path findDevice(const fs::path& directory, int chipSelect) {
     for (const fs::directory_entry& entry : fs::directory_iterator(directory)) {
-        // The type comes with the listing: only symbolic links cost a system call here.
-        if (!entry.is_directory()) {
-            continue;
-        }
+        // The name first: whether a symbolic link is a directory costs a system call.
         const fs::path name = entry.path().filename();
-        if (isNamedSpi(name.native()) && hasChipSelect(name.native(), chipSelect)) {
+        if (isNamedSpi(name.native()) && hasChipSelect(name.native(), chipSelect) && entry.is_directory()) {
             return entry.path();
         }
     }

@@ -52,8 +52,19 @@ std::optional<Unsigned> readBigEndian(FILE* layout) {
     return static_cast<Unsigned>(value);
 }
 
-bool skipWords(FILE* layout, long words) {
-    return std::fseek(layout, words * kWordSize, SEEK_CUR) == 0;
+bool seek(FILE* layout, long bytes) {
+    return bytes == 0 || std::fseek(layout, bytes, SEEK_CUR) == 0;
+}
+
+/// Seeks over the words of a core. Most cores have few, which stdio has at hand already: reading them there
+/// saves the system call that every seek is. What cannot be read is left to a seek after all, and so is every
+/// layout that cannot seek, to the same result as if each had been one.
+bool skipWords(FILE* layout, std::uint16_t words, bool canSeek) {
+    std::array<std::byte, 16 * kWordSize> passed;
+    const std::size_t size = words * std::size_t{kWordSize};
+    const std::size_t read =
+        canSeek && size <= passed.size() ? std::fread(passed.data(), 1, size, layout) : 0;
+    return seek(layout, static_cast<long>(size - read));
 }
 
 /// Only the first '*' is one.
@@ -73,12 +84,13 @@ bool isWithin(int version, int minimum, int maximum) {
 /// Moves `layout` to the version word of the first core whose name matches.
 /// @return the number of the core's words; nothing when the layout ends before it.
 std::optional<std::uint16_t> findCore(FILE* layout, const char* pattern) {
+    const bool canSeek = std::ftell(layout) >= 0;
     for (NameBuffer name; name.readFrom(layout);) {
         const auto words = readBigEndian<std::uint16_t>(layout);
         if (!words || matches(name.get(), pattern)) {
             return words;
         }
-        if (!skipWords(layout, *words)) {
+        if (!skipWords(layout, *words, canSeek)) {
             // Twice the number of words, not the bytes to skip: meant.
             VL_LOG(CPCardInterface, DEBUG, "GetPLDCoreInfo: short read skip info: %d", *words * 2);
             return std::nullopt;
@@ -89,7 +101,7 @@ std::optional<std::uint16_t> findCore(FILE* layout, const char* pattern) {
 
 /// Reads words n to n+count-1 of a core whose version word has just been read.
 bool readWords(FILE* layout, unsigned int* out, int n, int count) {
-    if (!skipWords(layout, n - 1L)) {
+    if (!seek(layout, (n - 1L) * kWordSize)) {
         return false;
     }
     for (int i = 0; i < count; ++i) {
