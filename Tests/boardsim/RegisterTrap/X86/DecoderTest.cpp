@@ -25,7 +25,8 @@ protected:
         return decoder_.decode(reinterpret_cast<std::uint64_t>(code_ + offset));
     }
 
-    boardsim::X86::Decoder decoder_;
+    // Like the one in the trap it is never destroyed.
+    static inline boardsim::X86::Decoder decoder_;
     std::byte* code_ = static_cast<std::byte*>(
         ::mmap(nullptr, 2 * kPage, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0));
 };

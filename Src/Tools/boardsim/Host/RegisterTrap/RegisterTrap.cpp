@@ -52,13 +52,13 @@ RegisterTrap& RegisterTrap::instance() noexcept {
 }
 
 bool RegisterTrap::prepare() noexcept {
-    if (!prepared_) {
+    if (!isInUse_) {
         if (!Emulator::prepare()) {
             return false;
         }
         ForkGuard::held = &lock_;
         pthread_atfork(ForkGuard::before, ForkGuard::after, ForkGuard::after);
-        prepared_ = true;
+        isInUse_ = true;
     }
     return FaultHandler::install(onFault);
 }
@@ -116,9 +116,6 @@ void* RegisterTrap::map(const MappingRequest& request, RegisterObserver& observe
 }
 
 int RegisterTrap::unmap(void* address, std::size_t length) noexcept {
-    if (!prepared_) {
-        return systemUnmap(address, length);  // there has never been a window
-    }
     const SignalBlocker blocker;
     const std::lock_guard guard(lock_);
     if (systemUnmap(address, length) != 0) {
@@ -135,7 +132,7 @@ void RegisterTrap::abandon(const RegisterObserver& observer) noexcept {
 }
 
 void* RegisterTrap::mapUntrapped(const MappingRequest& request) noexcept {
-    if (!prepared_ || !(request.flags & MAP_FIXED)) {
+    if (!(request.flags & MAP_FIXED)) {
         return systemMap(request);
     }
     const SignalBlocker blocker;

@@ -25,6 +25,9 @@ public:
     /// The only one; it is never destroyed, because threads may outlive main().
     static RegisterTrap& instance() noexcept;
 
+    /// Whether there has ever been a window. Until then nothing here needs to be asked about a mapping.
+    static bool isInUse() noexcept { return isInUse_; }
+
     /// Like mmap of a shared mapping, but the result is a window. `request.protection` tells which accesses
     /// the window admits; one that it does not admit is a crash. `observer` must live until the window is
     /// unmapped. Installs the fault handler when it is not (any longer) in place.
@@ -52,7 +55,7 @@ private:
 
     SpinLock lock_;
     WindowTable windows_;
-    std::atomic<bool> prepared_ = false;
+    static constinit inline std::atomic<bool> isInUse_ = false;
 };
 
 }  // namespace boardsim

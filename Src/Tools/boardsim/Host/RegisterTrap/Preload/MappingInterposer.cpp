@@ -25,7 +25,12 @@ void* map(const MappingRequest& request) noexcept {
             return RegisterTrap::instance().map(request, *observer);
         }
     }
-    return RegisterTrap::instance().mapUntrapped(request);
+    return RegisterTrap::isInUse() ? RegisterTrap::instance().mapUntrapped(request) : systemMap(request);
+}
+
+int unmap(void* address, std::size_t length) noexcept {
+    return RegisterTrap::isInUse() ? RegisterTrap::instance().unmap(address, length)
+                                   : systemUnmap(address, length);
 }
 
 }  // namespace
@@ -45,7 +50,7 @@ void* mmap64(void* address, std::size_t length, int protection, int flags, int d
 }
 
 int munmap(void* address, std::size_t length) noexcept {
-    return boardsim::RegisterTrap::instance().unmap(address, length);
+    return boardsim::unmap(address, length);
 }
 
 }  // extern "C"
