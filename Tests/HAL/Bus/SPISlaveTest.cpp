@@ -139,6 +139,12 @@ TEST_F(SPISlaveTest, FileSystemErrorsMakeThePathEmpty) {
     EXPECT_EQ("", SPISlave::open("other", 0));
 }
 
+TEST_F(SPISlaveTest, AnEntryThatCannotBeExaminedMakesThePathEmptyWhateverItsName) {
+    fs::create_directories(kCore);
+    fs::create_symlink(kCore / "driver", kCore / "driver");
+    EXPECT_EQ("", SPISlave::open("oled_spi", 0));
+}
+
 TEST_F(SPISlaveTest, NothingIsLogged) {
     logEverything();
     SPISlave::open("no_such_core", 0);

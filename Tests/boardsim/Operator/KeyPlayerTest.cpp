@@ -28,6 +28,28 @@ protected:
     KeyPlayer player{{}};
 };
 
+TEST_F(KeyPlayerTest, BeginsAfterHalfASecondOnAScreenThatShowsNothing) {
+    load("left");
+    player.screenUseless(now);
+    pass(499);
+    EXPECT_EQ("", play());
+    pass(1);
+    EXPECT_EQ("left", play());
+}
+
+TEST_F(KeyPlayerTest, AScreenThatFailsLaterChangesNothing) {
+    load("left right");
+    draw();
+    pass(20);
+    EXPECT_EQ("left", play());
+    pass(100);
+    player.screenUseless(now);
+    pass(399);
+    EXPECT_EQ("", play());
+    pass(1);
+    EXPECT_EQ("right", play());
+}
+
 TEST_F(KeyPlayerTest, DoesNothingBeforeTheFirstPictureAndState) {
     load("left");
     pass(10'000);

@@ -33,6 +33,16 @@ TEST(KeysTest, NoKeyIsPressedBeforeTheProgramHasDrawn) {
     EXPECT_EQ("0x00000000\n0x00000000\n0x00000001\n", run.out);
 }
 
+TEST(KeysTest, AScreenThatIsMissingOrFailingIsNotWaitedFor) {
+    const std::string untilPressed =
+        "while [ $(" + kClient + " counters) = 0x00000000 ]; do :; done; " + kClient + " counters";
+    EXPECT_EQ("0x00000001\n",
+              board().keys("left").without("screen").run({"/bin/sh", "-c", untilPressed}).out);
+    const std::string tryToDraw = kClient + " draw:1 >/dev/null; ";
+    EXPECT_EQ("0x00000001\n",
+              board().keys("left").screen("failing").run({"/bin/sh", "-c", tryToDraw + untilPressed}).out);
+}
+
 TEST(KeysTest, PausesArePassedOver) {
     const BoardRun run = board().keys("wait:30 left wait:30 right wait:1").run({kClient, "await:2"});
     EXPECT_EQ("0x00000001\n0x00000011\n", run.out);

@@ -33,6 +33,9 @@ BoardSession::BoardSession(const RunOptions& options, const BoardDescription& bo
     if (options.timeout) {
         deadline_ = now + *options.timeout;
     }
+    if (plan.acting.empty()) {
+        operator_.screenUseless(now);
+    }
     wire(signals);
 }
 
@@ -161,6 +164,8 @@ void BoardSession::onScreen(const ScreenEvent& event) {
         operator_.frameSeen(Clock::now());
     } else if (event.kind == ScreenEvent::Kind::State) {
         operator_.stateSeen(Clock::now());
+    } else if (event.kind == ScreenEvent::Kind::Refused) {
+        operator_.screenUseless(Clock::now());
     }
     trace(describe(event));
 }

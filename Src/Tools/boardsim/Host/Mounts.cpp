@@ -53,16 +53,19 @@ std::string underneath(int directory, const std::string& name) {
     return "/proc/self/fd/" + std::to_string(directory) + "/" + name;
 }
 
+/// What vanishes meanwhile (somebody's temporary file, say) stays away.
 void bindBack(const std::string& from, const std::string& to) {
-    std::error_code vanished;
-    const fs::file_status status = fs::symlink_status(from, vanished);
-    if (!fs::exists(status)) {
-        return;
-    }
-    if (fs::is_symlink(status)) {
-        fs::copy_symlink(from, to);
-    } else {
-        bindPath(from, to);
+    try {
+        const fs::file_status status = fs::symlink_status(from);
+        if (fs::is_symlink(status)) {
+            fs::copy_symlink(from, to);
+        } else if (fs::exists(status)) {
+            bindPath(from, to);
+        }
+    } catch (const std::system_error& failure) {
+        if (failure.code() != std::errc::no_such_file_or_directory) {
+            throw;
+        }
     }
 }
 

@@ -13,7 +13,17 @@ void KeyPlayer::frameSeen(Clock::time_point now) {
 void KeyPlayer::stateSeen(Clock::time_point now) {
     lastState_ = ++order_;
     screenTime_ = now;
-    if (frameSeen_ && !ready_) {
+    if (frameSeen_) {
+        begin(now);
+    }
+}
+
+void KeyPlayer::screenUseless(Clock::time_point now) {
+    begin(now);
+}
+
+void KeyPlayer::begin(Clock::time_point now) {
+    if (!ready_) {
         ready_ = true;
         stepTime_ = now;
     }

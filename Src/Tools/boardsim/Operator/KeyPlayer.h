@@ -12,7 +12,8 @@ namespace boardsim {
 /// An operator who follows a script as a patient person does: begins when the panel shows a first picture and
 /// a state came after it, and takes each further step only when the program has answered the one before with
 /// a new state and the screen has been quiet for 20 ms since. A program that does not answer gets 500 ms
-/// before the operator goes on. Pauses count from the step before them.
+/// before the operator goes on. On a panel that shows nothing the operator begins after 500 ms. Pauses count
+/// from the step before them.
 ///
 /// Knows no clock: every call says what time it is. Not thread-safe.
 class KeyPlayer {
@@ -28,6 +29,9 @@ public:
     void frameSeen(Clock::time_point now);
     void stateSeen(Clock::time_point now);
 
+    /// The program will never get a picture shown: without one to wait for, the operator begins by the clock.
+    void screenUseless(Clock::time_point now);
+
     /// When play() will take the next step if nothing else happens; nothing while the operator waits for the
     /// program or is through.
     std::optional<Clock::time_point> due() const;
@@ -39,12 +43,13 @@ public:
     std::size_t remaining() const { return steps_.size() - next_; }
 
 private:
+    void begin(Clock::time_point now);
     bool answered() const { return lastState_ > lastFrame_ && lastState_ > lastStep_; }
 
     std::vector<KeyStep> steps_;
     std::size_t next_ = 0;
     bool frameSeen_ = false;
-    bool ready_ = false;  ///< a first picture and a state after it came
+    bool ready_ = false;  ///< the operator has begun
     // Numbers that order what happened, and the times when it did.
     unsigned long order_ = 0;
     unsigned long lastFrame_ = 0;

@@ -35,9 +35,12 @@ bool hasChipSelect(std::string_view name, int wanted) {
 
 fs::path findDevice(const fs::path& directory, int chipSelect) {
     for (const fs::directory_entry& entry : fs::directory_iterator(directory)) {
-        // The name first: whether a symbolic link is a directory costs a system call.
+        // The type comes with the listing: only symbolic links cost a system call here.
+        if (!entry.is_directory()) {
+            continue;
+        }
         const fs::path name = entry.path().filename();
-        if (isNamedSpi(name.native()) && hasChipSelect(name.native(), chipSelect) && entry.is_directory()) {
+        if (isNamedSpi(name.native()) && hasChipSelect(name.native(), chipSelect)) {
             return entry.path();
         }
     }
