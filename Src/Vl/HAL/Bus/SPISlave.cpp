@@ -1,9 +1,12 @@
 #include "Vl/HAL/Bus/SPISlave.h"
 
 #include <charconv>
+#include <optional>
 #include <string_view>
 #include <system_error>
 #include <utility>
+
+#include "Vl/Common/Files/DirectoryReader.h"
 
 namespace Valen {
 namespace {
@@ -33,45 +36,46 @@ bool hasChipSelect(std::string_view name, int wanted) {
     return wanted == kAnyChipSelect || std::cmp_equal(number, wanted);
 }
 
-fs::path findDevice(const fs::path& directory, int chipSelect) {
-    for (const fs::directory_entry& entry : fs::directory_iterator(directory)) {
-        // The type comes with the listing: only symbolic links cost a system call here.
-        if (!entry.is_directory()) {
-            continue;
+/// What a search finds: the path, an empty one when there is none, nothing at all when the file system fails.
+using Finding = std::optional<fs::path>;
+
+Finding findDevice(const fs::path& directory, int chipSelect) {
+    DirectoryReader entries(directory.c_str());
+    while (const char* name = entries.next()) {
+        const std::optional<bool> isDirectory = entries.isDirectory();
+        if (!isDirectory) {
+            return std::nullopt;
         }
-        const fs::path name = entry.path().filename();
-        if (isNamedSpi(name.native()) && hasChipSelect(name.native(), chipSelect)) {
-            return entry.path();
+        if (*isDirectory && isNamedSpi(name) && hasChipSelect(name, chipSelect)) {
+            return directory / name;
         }
     }
-    return {};
+    return entries.failed() ? Finding() : fs::path();
 }
 
-fs::path findMaster(const fs::path& masters) {
-    for (const fs::directory_entry& entry : fs::directory_iterator(masters)) {
-        if (isNamedSpi(entry.path().filename().native())) {
-            return entry.path();
+Finding findMaster(const fs::path& masters) {
+    DirectoryReader entries(masters.c_str());
+    while (const char* name = entries.next()) {
+        if (isNamedSpi(name)) {
+            return masters / name;
         }
     }
-    return {};
+    return entries.failed() ? Finding() : fs::path();
 }
 
-fs::path findBelowCore(const fs::path& core, int chipSelect) {
-    if (fs::path device = findDevice(core, chipSelect); !device.empty()) {
+Finding findBelowCore(const fs::path& core, int chipSelect) {
+    Finding device = findDevice(core, chipSelect);
+    if (!device || !device->empty()) {
         return device;
     }
-    const fs::path master = findMaster(core / "spi_master");
-    return master.empty() ? master : findDevice(master, chipSelect);
+    Finding master = findMaster(core / "spi_master");
+    return !master || master->empty() ? master : findDevice(*master, chipSelect);
 }
 
 }  // namespace
 
 std::filesystem::path SPISlave::open(const char* name, int chipSelect) {
-    try {
-        return findBelowCore(fs::path(kDevices) += name, chipSelect);
-    } catch (const fs::filesystem_error&) {
-        return {};
-    }
+    return findBelowCore(fs::path(kDevices) += name, chipSelect).value_or(fs::path());
 }
 
 }  // namespace Valen
