@@ -1,5 +1,5 @@
-// The least that a program must do to show two lines: load the font, draw the glyphs, write the frame. The peer
-// of the whole tool; it looks for no device, keeps no log and handles no error.
+// The least that a program must do to show two lines: load the font, draw the glyphs, write the frame. The
+// peer of the whole tool; it looks for no device, keeps no log and handles no error.
 #include <fcntl.h>
 #include <ft2build.h>
 #include <unistd.h>
@@ -44,7 +44,9 @@ void draw(std::uint16_t* frame, const Glyph& glyph, int penX, int baseline) {
             std::uint16_t& pixel = frame[kWidth * kHeight - 1 - (y * kWidth + x)];  // mounted upside down
             const int old = __builtin_bswap16(pixel);
             const int alpha = 128 * (1 + grey) >> 8;
-            const auto mix = [alpha](int before, int now) { return (before * (128 - alpha) + now * alpha) / 128; };
+            const auto mix = [alpha](int before, int now) {
+                return (before * (128 - alpha) + now * alpha) / 128;
+            };
             const int mixed = mix(old >> 11, kWhite[0]) << 11 | mix(old >> 5 & 63, kWhite[1]) << 5 |
                               mix(old & 31, kWhite[2]);
             pixel = __builtin_bswap16(static_cast<std::uint16_t>(mixed));

@@ -48,8 +48,9 @@ private:
         int x = 2;
         for (const char letter : line) {
             const auto* glyph = cache_.glyph(face_, static_cast<uint8_t>(letter));
-            if (letter != ' ')
+            if (letter != ' ') {
                 glyphs_.push_back({glyph, x + glyph->left, baseline - glyph->top});
+            }
             x += static_cast<int>(glyph->advanceX / 64);
         }
     }
@@ -66,16 +67,18 @@ void ours(benchmark::State& state) {
     bitmap.FillRect(kWidth, kHeight, kBlack);
     PlainFrame expected(kWidth, kHeight, bitmap.getBuffer());
     const auto draw = [&] {
-        for (const auto& [glyph, x, y] : lines.glyphs())
+        for (const auto& [glyph, x, y] : lines.glyphs()) {
             bitmap.BlendMask(x, y, glyph->mask, kWhite);
+        }
     };
     for (const auto& [glyph, x, y] : lines.glyphs()) {
         const CoverageMask& mask = glyph->mask;
         expected.blend(x, y, mask.data, mask.pitch, mask.width, mask.height, kWhite);
     }
     draw();
-    if (!(expected == bitmap.getBuffer()))
+    if (!(expected == bitmap.getBuffer())) {
         state.SkipWithError("not as the plain loop");
+    }
     for (auto _ : state) {
         draw();
         benchmark::ClobberMemory();
@@ -92,8 +95,9 @@ void pixman(benchmark::State& state) {
         masks.emplace_back(pixman_image_create_bits(PIXMAN_a8, mask.width, mask.height, nullptr, 0),
                            pixman_image_unref);
         auto* to = reinterpret_cast<uint8_t*>(pixman_image_get_data(masks.back().get()));
-        for (int row = 0; row < mask.height; ++row)
+        for (int row = 0; row < mask.height; ++row) {
             std::copy_n(mask.row(row), mask.width, to + row * pixman_image_get_stride(masks.back().get()));
+        }
     }
     const pixman_color_t white{0xffff, 0xffff, 0xffff, 0xffff};
     const Image source(pixman_image_create_solid_fill(&white), pixman_image_unref);

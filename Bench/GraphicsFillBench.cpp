@@ -19,8 +19,9 @@ void ours(benchmark::State& state) {
     PlainFrame expected(kWidth, kHeight);
     expected.fill(0, 0, kWidth, kHeight, kColour);
     oled.fill(kColour);
-    if (!(expected == oled.getTypedBuffer()))
+    if (!(expected == oled.getTypedBuffer())) {
         state.SkipWithError("not as the plain loop");
+    }
     for (auto _ : state) {
         oled.fill(kColour);
         benchmark::ClobberMemory();

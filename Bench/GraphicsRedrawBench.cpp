@@ -51,8 +51,9 @@ void ours(benchmark::State& state) {
     oled.getBmp().setHorizontalAlignment(HorizontalAlignment::Centred);
     oled.getBmp().setVerticalAlignment(VerticalAlignment::Centred);
     draw(oled);
-    if (!(plainlyDrawn() == oled.getTypedBuffer()))
+    if (!(plainlyDrawn() == oled.getTypedBuffer())) {
         state.SkipWithError("not as the plain loop");
+    }
     for (auto _ : state) {
         draw(oled);
         benchmark::ClobberMemory();
@@ -83,8 +84,9 @@ void cairoFt(benchmark::State& state) {
         cairo_surface_flush(surface);
         benchmark::ClobberMemory();
     }
-    if (cairo_status(cairo) != CAIRO_STATUS_SUCCESS)
+    if (cairo_status(cairo) != CAIRO_STATUS_SUCCESS) {
         state.SkipWithError("cairo failed");
+    }
 
     cairo_destroy(cairo);
     cairo_surface_destroy(surface);

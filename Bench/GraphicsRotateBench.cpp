@@ -14,13 +14,15 @@ constexpr int kHeight = 48;
 
 void ours(benchmark::State& state) {
     VLGraphics::OLED oled(kWidth, kHeight);
-    for (int i = 0; i < kWidth * kHeight; ++i)
+    for (int i = 0; i < kWidth * kHeight; ++i) {
         oled.getTypedBuffer().setPixel(i, static_cast<uint32_t>(i * 0x10307) & 0x7fffffff);
+    }
     PlainFrame expected(kWidth, kHeight, oled.getTypedBuffer());
     expected.reverse();
     oled.rotate();
-    if (!(expected == oled.getTypedBuffer()))
+    if (!(expected == oled.getTypedBuffer())) {
         state.SkipWithError("not as the plain loop");
+    }
     for (auto _ : state) {
         oled.rotate();
         benchmark::ClobberMemory();

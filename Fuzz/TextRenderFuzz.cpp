@@ -41,8 +41,9 @@ struct Panel {
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     Choice choice;
-    if (size < sizeof choice)
+    if (size < sizeof choice) {
         return 0;
+    }
     std::memcpy(&choice, data, sizeof choice);
     const std::string text(reinterpret_cast<const char*>(data) + sizeof choice, size - sizeof choice);
 
@@ -55,12 +56,15 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     font.SetSize(choice.points % 500);
 
     const FontSpace box{choice.width, choice.height, choice.alignments / 9};
-    if (choice.operation % 3 == 0)
+    if (choice.operation % 3 == 0) {
         font.Render(text.c_str(), bitmap, choice.colour, choice.width, choice.cell);
-    if (choice.operation % 3 == 1)
+    }
+    if (choice.operation % 3 == 1) {
         font.RenderAligned(text.c_str(), bitmap, choice.colour, box, ~choice.colour, choice.cell);
-    if (choice.operation % 3 == 2)
+    }
+    if (choice.operation % 3 == 2) {
         font.RenderFit(text.c_str(), bitmap, {choice.width, choice.height % 1000, box.flags}, choice.colour,
+    }
                        choice.cell % 2 != 0);
-    return 0;
+                       return 0;
 }

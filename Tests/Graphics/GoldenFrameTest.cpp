@@ -28,8 +28,9 @@ support::Picture pictureOf(const VLGraphics::OLED& oled) {
     for (int i = 0; i < 160 * 48; ++i) {
         const int high = oled.getBuffer()[i] & 0xff;  // the first byte in memory
         const int low = oled.getBuffer()[i] >> 8;
-        for (const int channel : {high & 0xf8, (high << 5 | low >> 3) & 0xfc, low << 3 & 0xf8})
+        for (const int channel : {high & 0xf8, (high << 5 | low >> 3) & 0xfc, low << 3 & 0xf8}) {
             picture.rgb.push_back(static_cast<uint8_t>(channel));
+        }
     }
     return picture;
 }

@@ -33,8 +33,9 @@ png_structp __wrap_png_create_read_struct(png_const_charp version, png_voidp con
                                           png_error_ptr warning);
 png_structp __wrap_png_create_read_struct(png_const_charp version, png_voidp context, png_error_ptr error,
                                           png_error_ptr warning) {
-    if (libraryFaults.createReadStruct)
+    if (libraryFaults.createReadStruct) {
         return nullptr;
+    }
     return __real_png_create_read_struct(version, context, error, warning);
 }
 

@@ -10,8 +10,9 @@ namespace {
 uint16_t highByteFirst(int value) {
     const auto high = static_cast<uint16_t>(value >> 8 & 0xff);
     const auto low = static_cast<uint16_t>(value & 0xff);
-    if (std::endian::native == std::endian::little)
+    if (std::endian::native == std::endian::little) {
         return static_cast<uint16_t>(low << 8 | high);
+    }
     return static_cast<uint16_t>(high << 8 | low);
 }
 
@@ -64,8 +65,9 @@ void PlainFrame::blend(int left, int top, const uint8_t* levels, int pitch, int 
             const uint32_t level = levels[row * pitch + column];
             const int x = left + column;
             const int y = top + row;
-            if (level == 0 || x < 0 || y < 0 || x >= width || y >= height)
+            if (level == 0 || x < 0 || y < 0 || x >= width || y >= height) {
                 continue;
+            }
             const uint32_t alpha = (colour >> 24) * (1 + level) / 256;
             setPixel(y * width + x, (colour & 0xffffff) + (alpha << 24));
         }
@@ -81,8 +83,9 @@ std::string PlainFrame::art() const {
     std::string text;
     for (size_t i = 0; i < coverage.size(); ++i) {
         text += coverage[i] != 0 ? '#' : '.';
-        if ((i + 1) % static_cast<size_t>(width) == 0)
+        if ((i + 1) % static_cast<size_t>(width) == 0) {
             text += '\n';
+        }
     }
     return text;
 }

@@ -10,8 +10,9 @@
 namespace {
 
 void must(FT_Error error) {
-    if (error != 0)
+    if (error != 0) {
         throw std::runtime_error("FreeType: error " + std::to_string(error));
+    }
 }
 
 }  // namespace
@@ -48,8 +49,9 @@ int PlainText::unitsWide(const std::string& line) {
 
 int PlainText::pixelsWide(const std::string& line) {
     int width = 0;
-    for (const char c : line)
+    for (const char c : line) {
         width += unitsWide({c}) / 64;
+    }
     return width;
 }
 
@@ -70,8 +72,9 @@ void PlainText::draw(PlainFrame& frame, const std::string& text, int x, int y, u
         const int offset = slot->bitmap_left + (cell != 0 ? cell / 2 - advance / 128 : 0);
         if (x + offset > maxX) {
             baseline += points_;
-            if (baseline >= frame.height)
+            if (baseline >= frame.height) {
                 return;
+            }
             x = left;
         }
         const auto width = static_cast<int>(slot->bitmap.width);

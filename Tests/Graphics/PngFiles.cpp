@@ -24,8 +24,9 @@ void writePngFile(const std::string& path, const PngFile& file) {
     ASSERT_EQ(file.samples.size(), rowBytes * file.height);
     std::vector<uint8_t> samples = file.samples;
     std::vector<png_bytep> rows;
-    for (size_t row = 0; row < file.height; ++row)
+    for (size_t row = 0; row < file.height; ++row) {
         rows.push_back(samples.data() + row * rowBytes);
+    }
     png_write_image(png, rows.data());
     png_write_end(png, info);
     png_destroy_write_struct(&png, &info);

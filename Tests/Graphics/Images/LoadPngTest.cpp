@@ -38,8 +38,9 @@ protected:
         uint32_t crc = ~0U;
         for (const char c : bytes.substr(12, 17)) {
             crc ^= static_cast<uint8_t>(c);
-            for (int bit = 0; bit < 8; ++bit)
+            for (int bit = 0; bit < 8; ++bit) {
                 crc = crc >> 1 ^ (crc % 2 != 0 ? 0xedb88320U : 0);
+            }
         }
         bytes.replace(29, 4, bigEndian(~crc));
         writeBytes(path, bytes);
@@ -162,8 +163,9 @@ TEST_F(LoadPngTest, GreyWithAlphaBlendsOverThePicture) {
 
 TEST_F(LoadPngTest, AnInterlacedPictureIsTheSamePicture) {
     PngFile file{.width = 8, .height = 4, .colourType = PngFile::Rgb, .samples = {}};
-    for (int i = 0; i < 8 * 4 * 3; ++i)
+    for (int i = 0; i < 8 * 4 * 3; ++i) {
         file.samples.push_back(static_cast<uint8_t>(i * 37));
+    }
     writePngFile(path, file);
     EXPECT_EQ(0, load());
     const PlainFrame straight(8, 4, bitmap.getBuffer());
@@ -216,8 +218,9 @@ TEST_F(LoadPngTest, ABrokenHeaderIsMinusFive) {
 TEST_F(LoadPngTest, ACutImageIsMinusSixAndDrawsAndMovesNothing) {
     writePngFile(path, {.width = 8, .height = 4, .samples = [] {
                             std::vector<uint8_t> noise(96);
-                            for (size_t i = 0; i < noise.size(); ++i)
+                            for (size_t i = 0; i < noise.size(); ++i) {
                                 noise[i] = static_cast<uint8_t>(i * i * 31);
+                            }
                             return noise;
                         }()});
     const std::string bytes = readBytes(path);

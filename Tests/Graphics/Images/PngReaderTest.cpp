@@ -55,8 +55,9 @@ TEST(PngReaderTest, EveryPrefixOfAFileIsRefusedOrRead) {
         writeBytes(directory.file("cut.png"), whole.substr(0, length));
         PngReader reader;
         auto result = reader.readHeader(directory.file("cut.png").c_str());
-        if (result == PngReader::Ok)
+        if (result == PngReader::Ok) {
             result = reader.readImage();
+        }
         read += result == PngReader::Ok ? 1 : 0;
         if (length < 8) {
             EXPECT_EQ(PngReader::NotPng, result) << length;
@@ -78,8 +79,9 @@ TEST(PngReaderTest, EveryFlippedByteIsRefusedOrRead) {
         writeBytes(directory.file("broken.png"), broken);
         PngReader reader;
         auto result = reader.readHeader(directory.file("broken.png").c_str());
-        if (result == PngReader::Ok)
+        if (result == PngReader::Ok) {
             result = reader.readImage();
+        }
         if (i < 8) {
             EXPECT_EQ(PngReader::NotPng, result) << i;
         }

@@ -143,8 +143,9 @@ TEST_F(BitmapTest, BlendMaskIsCutAtEveryEdge) {
     std::vector<uint8_t> levels(12 * 7);
     for (int left = -14; left <= 10; ++left) {
         for (int top = -8; top <= 5; ++top) {
-            for (auto& level : levels)
+            for (auto& level : levels) {
                 level = static_cast<uint8_t>(random() % 2 == 0 ? 0 : random());
+            }
             PlainFrame expected(8, 4, bitmap.getBuffer());
             bitmap.BlendMask(left, top,
                              {.data = levels.data(), .pitch = 12, .readable = 12, .width = 11, .height = 7},
@@ -158,9 +159,11 @@ TEST_F(BitmapTest, BlendMaskIsCutAtEveryEdge) {
 TEST_F(BitmapTest, BlendMaskFarOutsideDrawsNothing) {
     const std::vector<uint8_t> levels(64, 255);
     const CoverageMask mask{.data = levels.data(), .pitch = 8, .readable = 8, .width = 8, .height = 8};
-    for (const int left : {INT_MIN, INT_MAX, -8, 8})
-        for (const int top : {INT_MIN, INT_MAX, 0})
+    for (const int left : {INT_MIN, INT_MAX, -8, 8}) {
+        for (const int top : {INT_MIN, INT_MAX, 0}) {
             bitmap.BlendMask(left, top, mask, kWhite);
+        }
+    }
     EXPECT_EQ(art(), kUntouched);
 }
 

@@ -118,11 +118,15 @@ TEST_F(RGBPixelBufferTest, FillWritesNothingWhenWidthOrHeightIsZeroOrNegative) {
 
 TEST_F(RGBPixelBufferTest, FillStaysInsideWhateverItIsAsked) {
     const int odd[] = {INT_MIN, INT_MIN + 1, -kWidth, -1, 0, 1, kWidth, kWidth * kHeight, INT_MAX};
-    for (const int start : odd)
-        for (const int gap : odd)
-            for (const int w : odd)
-                for (const int h : odd)
+    for (const int start : odd) {
+        for (const int gap : odd) {
+            for (const int w : odd) {
+                for (const int h : odd) {
                     buffer.fillRect(start, gap, w, h, 0x80ffffff);
+                }
+            }
+        }
+    }
     EXPECT_EQ(kWidth * kHeight, buffer.count());
 }
 
@@ -147,8 +151,9 @@ TEST_F(RGBPixelBufferTest, BlendingMasksMatchesThePlainLoopOverAllAlphas) {
         randomise(alpha % 2 == 0 ? 128 : 255);
         PlainFrame expected(kWidth, kHeight, buffer);
         for (int i = 0; i < 40; ++i) {
-            for (auto& level : levels)
+            for (auto& level : levels) {
                 level = random() % 4 == 0 ? 0 : static_cast<uint8_t>(random());
+            }
             const int left = below(kWidth);
             const int top = below(kHeight);
             const int w = 1 + below(kWidth - left);
@@ -180,9 +185,11 @@ TEST_F(RGBPixelBufferTest, BlendingReadsNoFurtherThanTheMaskAllows) {
 TEST_F(RGBPixelBufferTest, MasksThatLeaveTheBufferAreCut) {
     const std::vector<uint8_t> levels(64, 255);
     const CoverageMask mask{.data = levels.data(), .pitch = 8, .readable = 8, .width = 8, .height = 8};
-    for (const int start : {INT_MIN, -4, kWidth * kHeight - 4, INT_MAX})
-        for (const int gap : {INT_MIN, -9, 0, kWidth - 8, INT_MAX})
+    for (const int start : {INT_MIN, -4, kWidth * kHeight - 4, INT_MAX}) {
+        for (const int gap : {INT_MIN, -9, 0, kWidth - 8, INT_MAX}) {
             buffer.blendMask(start, gap, mask, 0x80ffffff);
+        }
+    }
     EXPECT_EQ(128, buffer.alpha()[kWidth * kHeight - 1]);
     EXPECT_EQ(128, buffer.alpha()[0]);
 }

@@ -25,10 +25,12 @@ struct Guarded {
 
 Guarded randomPixels(std::mt19937& random, int largestCoverage) {
     Guarded pixels;
-    for (auto& pixel : pixels.pixels)
+    for (auto& pixel : pixels.pixels) {
         pixel = static_cast<uint16_t>(random());
-    for (auto& coverage : pixels.coverage)
+    }
+    for (auto& coverage : pixels.coverage) {
         coverage = static_cast<uint8_t>(random() % static_cast<unsigned>(largestCoverage + 1));
+    }
     return pixels;
 }
 
@@ -45,8 +47,9 @@ Guarded plainlyBlended(const Guarded& before, const uint8_t* levels, int used, u
 
 std::array<uint8_t, 8> randomLevels(std::mt19937& random) {
     std::array<uint8_t, 8> levels;
-    for (auto& level : levels)
+    for (auto& level : levels) {
         level = random() % 3 == 0 ? 0 : static_cast<uint8_t>(random());
+    }
     return levels;
 }
 

@@ -63,8 +63,9 @@ protected:
 
 TEST_F(FaceRenderTest, DrawsEveryCharacterAsFreeTypeRendersIt) {
     std::string text;
-    for (int code = 11; code <= 255; ++code)
+    for (int code = 11; code <= 255; ++code) {
         text += static_cast<char>(code);
+    }
     for (int i = 0; i < 6; ++i) {  // the second time from the cache
         const std::string part = text.substr(static_cast<size_t>(i % 3) * 80, 80);
         bitmap.setPosition(2, 3);

@@ -290,10 +290,13 @@ TEST_F(FaceTest, ALineThatFillsMoreThanHalfTheBoxStaysOneLine) {
 TEST_F(FaceTest, BoxesThatMakeNoSenseAreFitted) {
     const std::string longText(3000, 'W');
     errorsOf([&] {
-        for (const int width : {INT_MIN, -1, 0, 1, 10000})
-            for (const int height : {INT_MIN, -1, 0, 1, 1000})
-                for (const bool multiline : {false, true})
+        for (const int width : {INT_MIN, -1, 0, 1, 10000}) {
+            for (const int height : {INT_MIN, -1, 0, 1, 1000}) {
+                for (const bool multiline : {false, true}) {
                     face.SetBestSize(longText.c_str(), width, height, multiline);
+                }
+            }
+        }
     });
     EXPECT_TRUE(face.isLoaded());
 }

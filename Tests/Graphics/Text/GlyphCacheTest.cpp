@@ -41,9 +41,11 @@ TEST_F(GlyphCacheTest, GivesWhatFreeTypeRenders) {
     EXPECT_EQ(0, glyph->advanceY);
     ASSERT_EQ(static_cast<int>(slot->bitmap.width), glyph->mask.width);
     ASSERT_EQ(static_cast<int>(slot->bitmap.rows), glyph->mask.height);
-    for (int row = 0; row < glyph->mask.height; ++row)
-        for (int column = 0; column < glyph->mask.width; ++column)
+    for (int row = 0; row < glyph->mask.height; ++row) {
+        for (int column = 0; column < glyph->mask.width; ++column) {
             EXPECT_EQ(slot->bitmap.buffer[row * glyph->mask.width + column], glyph->mask.row(row)[column]);
+        }
+    }
 }
 
 TEST_F(GlyphCacheTest, RowsArePaddedWithNoCoverage) {
@@ -52,9 +54,11 @@ TEST_F(GlyphCacheTest, RowsArePaddedWithNoCoverage) {
     EXPECT_EQ(0, glyph->mask.pitch % 8);
     EXPECT_EQ(glyph->mask.pitch, glyph->mask.readable);
     ASSERT_GT(glyph->mask.pitch, glyph->mask.width);
-    for (int row = 0; row < glyph->mask.height; ++row)
-        for (int column = glyph->mask.width; column < glyph->mask.pitch; ++column)
+    for (int row = 0; row < glyph->mask.height; ++row) {
+        for (int column = glyph->mask.width; column < glyph->mask.pitch; ++column) {
             EXPECT_EQ(0, glyph->mask.row(row)[column]);
+        }
+    }
 }
 
 TEST_F(GlyphCacheTest, EachCharacterIsMadeOnce) {

@@ -15,20 +15,23 @@ void Icon::LoadDim() const {
     width_ = 0;
     height_ = 0;
     PngReader image;
-    if (image.readHeader(getPath()) != PngReader::Ok)
+    if (image.readHeader(getPath()) != PngReader::Ok) {
         return;
+    }
     width_ = image.width();
     height_ = image.height();
 }
 
 int Icon::getWidth() const {
-    if (width_ == 0)
+    if (width_ == 0) {
         LoadDim();
+    }
     return width_;
 }
 
 int Icon::getHeight() const {
-    if (height_ == 0)
+    if (height_ == 0) {
         LoadDim();
+    }
     return height_;
 }

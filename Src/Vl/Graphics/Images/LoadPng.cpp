@@ -36,34 +36,45 @@ void draw(const PngReader& image, int left, int top, const Bitmap& bitmap) {
 
 int Bitmap::loadpng(const char* path, bool resizeToImage) {
     PngReader image;
-    if (const auto result = image.readHeader(path); result != PngReader::Ok)
+    if (const auto result = image.readHeader(path); result != PngReader::Ok) {
         return result;
-    if (const auto result = image.readImage(); result != PngReader::Ok)
+    }
+    if (const auto result = image.readImage(); result != PngReader::Ok) {
         return result;
-    if (resizeToImage)
+    }
+    if (resizeToImage) {
         resize(image.width(), image.height());
+    }
 
     int64_t x = placement_.x;
     int64_t y = placement_.y;
-    if (placement_.horizontal == HorizontalAlignment::Centred)
+    if (placement_.horizontal == HorizontalAlignment::Centred) {
         x -= image.width() / 2;
-    if (placement_.horizontal == HorizontalAlignment::End)
+    }
+    if (placement_.horizontal == HorizontalAlignment::End) {
         x -= image.width();
-    if (placement_.vertical == VerticalAlignment::Centred)
+    }
+    if (placement_.vertical == VerticalAlignment::Centred) {
         y -= image.height() / 2;
-    if (placement_.vertical == VerticalAlignment::Bottom)
+    }
+    if (placement_.vertical == VerticalAlignment::Bottom) {
         y -= image.height();
+    }
     setPosition(saturated(x), saturated(y));
     draw(image, getX(), getY(), *this);
 
-    if (placement_.horizontal == HorizontalAlignment::Start)
+    if (placement_.horizontal == HorizontalAlignment::Start) {
         x += image.width();
-    if (placement_.horizontal == HorizontalAlignment::Centred)
+    }
+    if (placement_.horizontal == HorizontalAlignment::Centred) {
         x += image.width() / 2;
-    if (placement_.vertical == VerticalAlignment::Centred)
+    }
+    if (placement_.vertical == VerticalAlignment::Centred) {
         y += image.height() / 2;
-    if (placement_.vertical == VerticalAlignment::Bottom)
+    }
+    if (placement_.vertical == VerticalAlignment::Bottom) {
         y += image.height();
+    }
     setPosition(saturated(x), saturated(y));
     return PngReader::Ok;
 }

@@ -18,8 +18,9 @@ void ignore(png_structp, png_const_charp) {}
 // one.
 
 bool readInfo(png_structp png, png_infop info, FILE* file) {
-    if (setjmp(png_jmpbuf(png)))
+    if (setjmp(png_jmpbuf(png))) {
         return false;
+    }
     png_init_io(png, file);
     png_set_sig_bytes(png, kSignatureBytes);
     png_set_user_limits(png, PngReader::kLargestSide, PngReader::kLargestSide);
@@ -28,8 +29,9 @@ bool readInfo(png_structp png, png_infop info, FILE* file) {
 }
 
 bool readRows(png_structp png, png_infop info, png_bytepp rows) {
-    if (setjmp(png_jmpbuf(png)))
+    if (setjmp(png_jmpbuf(png))) {
         return false;
+    }
     png_set_interlace_handling(png);
     png_read_update_info(png, info);
     png_read_image(png, rows);
@@ -46,20 +48,25 @@ PngReader::~PngReader() {
 
 PngReader::Result PngReader::readHeader(const char* path) {
     file_.reset(path != nullptr ? std::fopen(path, "rbe") : nullptr);
-    if (!file_)
+    if (!file_) {
         return CannotOpen;
+    }
     std::array<png_byte, kSignatureBytes> signature;
     if (std::fread(signature.data(), 1, signature.size(), file_.get()) != signature.size() ||
-        png_sig_cmp(signature.data(), 0, signature.size()) != 0)
+        png_sig_cmp(signature.data(), 0, signature.size()) != 0) {
         return NotPng;
+    }
     png_ = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, jumpBack, ignore);
-    if (png_ == nullptr)
+    if (png_ == nullptr) {
         return NoReadStructure;
+    }
     info_ = png_create_info_struct(png_);
-    if (info_ == nullptr)
+    if (info_ == nullptr) {
         return NoInfoStructure;
-    if (!readInfo(png_, info_, file_.get()))
+    }
+    if (!readInfo(png_, info_, file_.get())) {
         return HeaderError;
+    }
     width_ = static_cast<int>(png_get_image_width(png_, info_));
     height_ = static_cast<int>(png_get_image_height(png_, info_));
     channels_ = png_get_channels(png_, info_);
@@ -67,18 +74,22 @@ PngReader::Result PngReader::readHeader(const char* path) {
 }
 
 PngReader::Result PngReader::readImage() {
-    if (png_get_color_type(png_, info_) == PNG_COLOR_TYPE_PALETTE)
+    if (png_get_color_type(png_, info_) == PNG_COLOR_TYPE_PALETTE) {
         return Palette;
-    if (png_get_bit_depth(png_, info_) != 8)
+    }
+    if (png_get_bit_depth(png_, info_) != 8) {
         return BitDepth;
+    }
     const size_t rowBytes = png_get_rowbytes(png_, info_);
     const auto rowCount = static_cast<size_t>(height_);
-    if (!fileCanHold(uint64_t{rowBytes} * rowCount))
+    if (!fileCanHold(uint64_t{rowBytes} * rowCount)) {
         return ImageError;
+    }
     pixels_.resize(rowBytes * rowCount);
     std::vector<png_bytep> rows(rowCount);
-    for (size_t row = 0; row < rowCount; ++row)
+    for (size_t row = 0; row < rowCount; ++row) {
         rows[row] = pixels_.data() + row * rowBytes;
+    }
     return readRows(png_, info_, rows.data()) ? Ok : ImageError;
 }
 
@@ -86,7 +97,8 @@ bool PngReader::fileCanHold(uint64_t imageBytes) const {
     // Deflate spends at least two bits on 258 bytes, so a file of n bytes can never fill more than 1032 n.
     constexpr uint64_t largestRatio = 1032;
     struct stat status {};
-    if (fstat(fileno(file_.get()), &status) != 0 || !S_ISREG(status.st_mode))
+    if (fstat(fileno(file_.get()), &status) != 0 || !S_ISREG(status.st_mode)) {
         return true;  // a pipe has no length to judge by
+    }
     return imageBytes / largestRatio <= static_cast<uint64_t>(status.st_size);
 }

@@ -18,8 +18,9 @@ private:
     void adopt(int width, int height) {
         setSize(0, 0);
         buffer_.resize(width, height);
-        if (buffer_.count() > 0)
+        if (buffer_.count() > 0) {
             setSize(width, height);
+        }
     }
 
     mutable Buffer buffer_;

@@ -7,8 +7,9 @@ void PixelBuffer::blendMask(int start, int gap, const CoverageMask& mask, rgba c
     for (int row = 0; row < mask.height; ++row) {
         const uint8_t* levels = mask.row(row);
         for (int column = 0; column < mask.width; ++column) {
-            if (levels[column] == 0)
+            if (levels[column] == 0) {
                 continue;
+            }
             setPixel(saturated(start + row * stride + column),
                      colour.withAlpha(CoverageMask::scaled(colour.a(), levels[column])));
         }

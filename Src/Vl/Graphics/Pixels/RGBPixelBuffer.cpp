@@ -18,8 +18,9 @@ void fillPixels(uint16_t* to, int64_t length, uint16_t pixel) {
     }
     const auto pair = std::bit_cast<wchar_t>(uint32_t{pixel} << 16 | pixel);
     std::wmemset(reinterpret_cast<wchar_t*>(to), pair, static_cast<size_t>(length / 2));
-    if (length % 2 != 0)
+    if (length % 2 != 0) {
         to[length - 1] = pixel;
+    }
 }
 
 using EightPixels = uint16_t __attribute__((vector_size(16)));
@@ -59,13 +60,15 @@ void reverseAll(Value* first, int count) {
 RGBPixelBuffer::~RGBPixelBuffer() = default;
 
 void RGBPixelBuffer::setPixel(int index, rgba colour) {
-    if (contains(index))
+    if (contains(index)) {
         Rgb565::blend(pixels()[index], alpha_[static_cast<size_t>(index)], colour);
+    }
 }
 
 rgba RGBPixelBuffer::getPixel(int index) const {
-    if (!contains(index))
+    if (!contains(index)) {
         return 0;
+    }
     const int value = Rgb565::panelOrder(pixels()[index]);
     const bool opaque = alpha_[static_cast<size_t>(index)] >= kOpaque;
     return rgba::of(static_cast<uint8_t>((value >> 11) << 3), static_cast<uint8_t>((value >> 5 & 0x3f) << 2),
@@ -78,39 +81,47 @@ void RGBPixelBuffer::resize(int width, int height) {
 }
 
 void RGBPixelBuffer::fillRect(int start, int gap, int width, int height, rgba colour) {
-    if (width <= 0 || height <= 0)
+    if (width <= 0 || height <= 0) {
         return;
+    }
     const uint16_t pixel = Rgb565::fromColour(colour);
-    if (gap == 0)  // rows without a gap are one span
+    if (gap == 0) {  // rows without a gap are one span
         return fillSpan(start, int64_t{width} * height, pixel, colour.a());
+    }
     const int64_t stride = int64_t{width} + gap;
-    if (stride == 0)  // every row is the first one
+    if (stride == 0) {  // every row is the first one
         height = 1;
+    }
     int64_t row = start;
-    for (int left = height; left > 0 && contains(row); --left, row += stride)
+    for (int left = height; left > 0 && contains(row); --left, row += stride) {
         fillSpan(row, width, pixel, colour.a());
+    }
 }
 
 void RGBPixelBuffer::fillSpan(int64_t start, int64_t length, uint16_t pixel, uint8_t coverage) {
-    if (!contains(start))
+    if (!contains(start)) {
         return;
+    }
     length = std::min(length, count() - start);
     fillPixels(pixels() + start, length, pixel);
     std::memset(alpha_.get() + start, coverage, static_cast<size_t>(length));
 }
 
 void RGBPixelBuffer::blendMask(int start, int gap, const CoverageMask& mask, rgba colour) {
-    if (mask.width <= 0 || mask.height <= 0)
+    if (mask.width <= 0 || mask.height <= 0) {
         return;
+    }
     const int64_t stride = int64_t{mask.width} + gap;
     const int64_t end = start + (mask.height - 1) * stride + mask.width;
-    if (start < 0 || gap < 0 || end > count() || colour.a() > kOpaque)
+    if (start < 0 || gap < 0 || end > count() || colour.a() > kOpaque) {
         return PixelBuffer::blendMask(start, gap, mask, colour);
+    }
     const Rgb565::Brush brush(colour);
     int64_t row = start;
-    for (int i = 0; i < mask.height; ++i, row += stride)
+    for (int i = 0; i < mask.height; ++i, row += stride) {
         brush.blendRow(pixels() + row, alpha_.get() + row, mask.row(i), mask.width,
                        std::min<int64_t>(mask.readable, count() - row));
+    }
 }
 
 void RGBPixelBuffer::rotate() {

@@ -34,8 +34,9 @@ bool anyAboveOpaque(uint64_t bytes) {
 
 /// Eight bytes as eight lanes. Interleaving with zeros is one instruction where a conversion is five.
 Unsigned widened(uint64_t bytes) {
-    if constexpr (std::endian::native == std::endian::big)
+    if constexpr (std::endian::native == std::endian::big) {
         return __builtin_convertvector(std::bit_cast<Bytes>(bytes), Unsigned);
+    }
     using Words = uint64_t __attribute__((vector_size(16)));
     using Sixteen = uint8_t __attribute__((vector_size(16)));
     const auto low = std::bit_cast<Sixteen>(Words{bytes, 0});
@@ -44,8 +45,9 @@ Unsigned widened(uint64_t bytes) {
 }
 
 Unsigned swapped(Unsigned value) {
-    if constexpr (std::endian::native == std::endian::big)
+    if constexpr (std::endian::native == std::endian::big) {
         return value;
+    }
     return value << 8 | value >> 8;
 }
 
@@ -80,27 +82,31 @@ void Brush::blendRow(uint16_t* pixels, uint8_t* coverage, const uint8_t* levels,
                      int64_t reachable) const {
     for (int column = 0; column < width; column += kBlock) {
         const int used = std::min(kBlock, width - column);
-        if (column + kBlock <= reachable)
+        if (column + kBlock <= reachable) {
             blendBlock(pixels + column, coverage + column, levels + column, used);
-        else
+        } else {
             blendEach(pixels + column, coverage + column, levels + column, used);
+        }
     }
 }
 
 void Brush::blendEach(uint16_t* pixels, uint8_t* coverage, const uint8_t* levels, int used) const {
     for (int i = 0; i < used; ++i) {
-        if (levels[i] != 0)
+        if (levels[i] != 0) {
             blend(pixels[i], coverage[i], colour_.withAlpha(CoverageMask::scaled(colour_.a(), levels[i])));
+        }
     }
 }
 
 inline void Brush::blendBlock(uint16_t* pixels, uint8_t* coverage, const uint8_t* levels, int used) const {
     const uint64_t levelBytes = load<uint64_t>(levels) & firstBytes(used);
-    if (levelBytes == 0)
+    if (levelBytes == 0) {
         return;
+    }
     const auto coverBytes = load<uint64_t>(coverage);
-    if (anyAboveOpaque(coverBytes))
+    if (anyAboveOpaque(coverBytes)) {
         return blendEach(pixels, coverage, levels, used);
+    }
 
     const Unsigned level = widened(levelBytes);
     const Lanes covered = std::bit_cast<Lanes>(widened(coverBytes));

@@ -10,8 +10,9 @@ namespace Rgb565 {
 
 /// Most significant byte first in memory. Its own inverse.
 constexpr uint16_t panelOrder(uint16_t value) {
-    if constexpr (std::endian::native == std::endian::big)
+    if constexpr (std::endian::native == std::endian::big) {
         return value;
+    }
     return static_cast<uint16_t>(value << 8 | value >> 8);
 }
 

@@ -42,8 +42,9 @@ void Face::SetPixelSize(int pixels) {
 
 template <typename SetInFreeType>
 void Face::changeSize(int size, SetInFreeType set) {
-    if (size == size_)
+    if (size == size_) {
         return;
+    }
     size_ = size;
     if (!face_) {
         std::fputs("Face not loaded\n", stderr);
@@ -52,16 +53,18 @@ void Face::changeSize(int size, SetInFreeType set) {
     glyphs_.clear();
     const FT_Error error = set();
     measureCapHeight();
-    if (error != 0)
+    if (error != 0) {
         std::fprintf(stderr, "Could not set size: 0x%X\n", static_cast<unsigned>(error));
+    }
 }
 
 void Face::measureCapHeight() {
     const FT_UInt index = FT_Get_Char_Index(face_.get(), 'M');
     FT_Glyph outline = nullptr;
     FT_Error error = FT_Load_Glyph(face_.get(), index, FT_LOAD_DEFAULT);
-    if (error == 0)
+    if (error == 0) {
         error = FT_Get_Glyph(face_->glyph, &outline);
+    }
     if (error != 0) {
         std::fprintf(stderr, "could not load glyph: %u because: 0x%X\n", index, static_cast<unsigned>(error));
         return;
@@ -104,7 +107,7 @@ TextSize Face::TextDimensions(const char* text, bool pixels, int cell) {
 
 TextSize Face::SetBestSize(const char* text, int width, int height, bool multiline) {
     constexpr int probeSize = 10;
-    constexpr int64_t probeUnits = probeSize * 64;
+    constexpr int64_t probeUnits = int64_t{probeSize} * 64;
     SetSize(probeSize);
     const int64_t probeWidth = TextDimensions(text, false, 0).width;
     const int64_t boxUnits = width * probeUnits;
@@ -116,8 +119,9 @@ TextSize Face::SetBestSize(const char* text, int width, int height, bool multili
         int64_t wraps = height * probeWidth / boxUnits;
         if (wraps >= 1) {
             int64_t lines = 1;
-            while (lines * lines <= wraps)
+            while (lines * lines <= wraps) {
                 ++lines;
+            }
             size = height / lines;
             wraps = size * probeWidth / boxUnits;
         } else {

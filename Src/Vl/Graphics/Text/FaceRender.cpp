@@ -25,8 +25,9 @@ struct Face::Pen {
 };
 
 void Face::Render(const char* text, Bitmap& bmp, rgba colour, int maxX, int cell) {
-    if (!face_ || text == nullptr)
+    if (!face_ || text == nullptr) {
         return;
+    }
     const Bitmap::Placement before = bmp.getPlacement();
     bmp.setVerticalAlignment(VerticalAlignment::Centred);
     bmp.setHorizontalAlignment(HorizontalAlignment::Start);
@@ -37,12 +38,13 @@ void Face::Render(const char* text, Bitmap& bmp, rgba colour, int maxX, int cell
             .maxX = maxX};
     for (; *text != '\0'; ++text) {
         const auto code = static_cast<uint8_t>(*text);
-        if (code == '\n')
+        if (code == '\n') {
             pen.breakLine();
-        else if (code <= kIcons)
+        } else if (code <= kIcons) {
             drawIcon(icons_[code - 1U], bmp, pen);
-        else if (!drawCharacter(code, bmp, colour, cell, pen))
+        } else if (!drawCharacter(code, bmp, colour, cell, pen)) {
             break;
+        }
     }
     bmp.setPlacement(before);
 }
@@ -56,13 +58,15 @@ void Face::drawIcon(const Icon& icon, Bitmap& bmp, Pen& pen) const {
 /// @return false when the text has reached the bitmap's end
 bool Face::drawCharacter(uint8_t code, Bitmap& bmp, rgba colour, int cell, Pen& pen) {
     const Glyph* glyph = glyphs_.glyph(face_.get(), code);
-    if (glyph == nullptr)
+    if (glyph == nullptr) {
         return true;
+    }
     const int64_t bearing = glyph->left + (cell != 0 ? cell / 2 - glyph->advanceX / 128 : 0);
     if (pen.x + bearing > pen.maxX) {
         pen.breakLine();
-        if (pen.baseline >= bmp.getHeight())
+        if (pen.baseline >= bmp.getHeight()) {
             return false;
+        }
     }
     bmp.BlendMask(saturated(pen.x + bearing), saturated(pen.baseline - glyph->top), glyph->mask, colour);
     pen.x += cell != 0 ? cell : glyph->advanceX / 64;
@@ -73,41 +77,52 @@ bool Face::drawCharacter(uint8_t code, Bitmap& bmp, rgba colour, int cell, Pen& 
 void Face::RenderAligned(const char* text, Bitmap& bmp, rgba colour, FontSpace box, rgba boxColour,
                          int cell) {
     auto [width, height] = TextDimensions(text, true, cell);
-    if (box.width != 0 && box.width < width)
+    if (box.width != 0 && box.width < width) {
         width = box.width;
+    }
     const auto [startX, startY, vertical, horizontal] = bmp.getPlacement();
     int64_t x = startX;
     int64_t y = startY;
 
-    if (horizontal == HorizontalAlignment::Centred)
+    if (horizontal == HorizontalAlignment::Centred) {
         x -= width / 2;
-    if (horizontal == HorizontalAlignment::End)
+    }
+    if (horizontal == HorizontalAlignment::End) {
         x -= width;
-    if (vertical == VerticalAlignment::Centred)
+    }
+    if (vertical == VerticalAlignment::Centred) {
         y -= box.height / 2;
-    if (vertical == VerticalAlignment::Bottom)
+    }
+    if (vertical == VerticalAlignment::Bottom) {
         y -= box.height != 0 ? box.height : height;
+    }
 
     if (box.height != 0) {
         bmp.setPosition(saturated(x), saturated(y));
         bmp.FillRect(width, box.height, boxColour);
-        if (vertical == VerticalAlignment::Bottom)
+        if (vertical == VerticalAlignment::Bottom) {
             y += int64_t{box.height} - height;
+        }
     }
-    if (vertical == VerticalAlignment::Centred)
+    if (vertical == VerticalAlignment::Centred) {
         y += box.height / 2 - height / 2;
+    }
 
     bmp.setPosition(saturated(x), saturated(y));
     Render(text, bmp, colour, box.width != 0 ? saturated(x + box.width) : kNoMargin, cell);
 
-    if (horizontal == HorizontalAlignment::Start)
+    if (horizontal == HorizontalAlignment::Start) {
         x += width;
-    if (horizontal == HorizontalAlignment::Centred)
+    }
+    if (horizontal == HorizontalAlignment::Centred) {
         x += width / 2;
-    if (vertical == VerticalAlignment::Centred)
+    }
+    if (vertical == VerticalAlignment::Centred) {
         y += height / 2;
-    if (vertical == VerticalAlignment::Bottom)
+    }
+    if (vertical == VerticalAlignment::Bottom) {
         y += height;
+    }
     bmp.setPosition(saturated(x), saturated(y));
 }
 

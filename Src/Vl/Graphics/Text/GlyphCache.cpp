@@ -17,8 +17,9 @@ constexpr size_t kRowAlignment = 8;
 FT_UInt load(FT_Face face, uint8_t code, FT_Error& error) {
     const FT_UInt index = FT_Get_Char_Index(face, code);
     error = FT_Load_Glyph(face, index, FT_LOAD_DEFAULT);
-    if (error != 0)
+    if (error != 0) {
         std::fprintf(stderr, "could not load glyph: %u because: 0x%X\n", index, static_cast<unsigned>(error));
+    }
     return index;
 }
 
@@ -70,8 +71,9 @@ std::unique_ptr<Glyph> copyOf(const FT_GlyphSlotRec& slot) {
         return glyph;
     }
     const GreyBitmap grey(slot.library, bitmap);
-    if (grey.get() != nullptr)
+    if (grey.get() != nullptr) {
         copyCoverage(*grey.get(), *glyph);
+    }
     return glyph;
 }
 
@@ -86,8 +88,9 @@ GlyphCache::~GlyphCache() = default;
 
 void GlyphCache::clear() {
     advances_.fill(std::nullopt);
-    for (auto& glyph : glyphs_)
+    for (auto& glyph : glyphs_) {
         glyph.reset();
+    }
     unkept_.reset();
 }
 

@@ -14,19 +14,22 @@ FT_Library library = nullptr;
 }
 
 bool Init() {
-    if (library != nullptr || FT_Init_FreeType(&library) == 0)
+    if (library != nullptr || FT_Init_FreeType(&library) == 0) {
         return true;
+    }
     library = nullptr;
     std::fputs("Unable to init Freetype lib!\n", stderr);
     return false;
 }
 
 bool NewFace(const char* path, Face& face) {
-    if (!Init())
+    if (!Init()) {
         return false;
+    }
     FT_Face loaded = nullptr;
-    if (FT_New_Face(library, path, 0, &loaded) != 0)
+    if (FT_New_Face(library, path, 0, &loaded) != 0) {
         return false;
+    }
     face.Init(loaded);
     return true;
 }
