@@ -22,6 +22,9 @@ def medians(files):
 
 
 def compare(target, times):
+    missing = [name for name in (f"{target['name']}/ours", f"{target['name']}/{target['peer']}") if name not in times]
+    if missing:
+        sys.exit(f"ratios: no result for {' and '.join(missing)}")
     ours = times[f"{target['name']}/ours"]
     peer = times[f"{target['name']}/{target['peer']}"]
     ratio = ours / peer

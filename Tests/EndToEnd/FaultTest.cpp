@@ -77,6 +77,7 @@ TEST(ScreenEndToEnd, ThatFailsOrIsFullIsNotReported) {
         EXPECT_EQ(0, run.status) << behaviour;
         EXPECT_EQ("", run.out) << behaviour;
         EXPECT_EQ("", run.frame) << behaviour;
+        EXPECT_THAT(run.log, ElementsAreArray({kStarted, kShutdown})) << behaviour;
     }
 }
 

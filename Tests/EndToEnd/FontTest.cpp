@@ -62,11 +62,14 @@ TEST_F(FontEndToEnd, AFileThatIsNoFontFailsWithoutTheFirstMessage) {
 
 TEST_F(FontEndToEnd, AFontCutAnywhereNeverCrashesTheTool) {
     const std::string whole = realFont();
-    for (std::size_t length = 1; length < whole.size(); length = length * 3 + 1) {
+    int loaded = 0;
+    for (std::size_t length = 1; length < whole.size(); length += whole.size() / 40) {
         const BoardRun run =
             onBoard({"--print", "Hello,", "panel"}, board().font(write("cut", whole.substr(0, length))));
         EXPECT_TRUE(run.status == 0 || run.status == 255) << length << " bytes: status " << run.status;
+        loaded += run.status == 0 ? 1 : 0;
     }
+    EXPECT_GT(loaded, 0) << "some cuts leave a font that loads and lacks glyphs";
 }
 
 }  // namespace

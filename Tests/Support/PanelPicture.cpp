@@ -81,7 +81,7 @@ void expectLooksLike(const std::string& goldenPath, const Picture& picture) {
         return;
     }
     const Picture golden = readPng(goldenPath);
-    if (golden.rgb == picture.rgb) {
+    if (golden.width == picture.width && golden.height == picture.height && golden.rgb == picture.rgb) {
         return;
     }
     const std::string name = std::filesystem::path(goldenPath).stem();

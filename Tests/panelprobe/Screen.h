@@ -15,21 +15,15 @@
 class ScreenTest : public testing::Test {
 protected:
     ScreenTest() {
+        world.write("/opt/pattern/oled/Font.ttf",
+                    world.read("/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf"));
+        screen = std::make_unique<UI>();
         auto mock = std::make_unique<testing::StrictMock<MockPanel>>();
         panel = mock.get();
-        ui().panel = std::move(mock);
+        screen->panel = std::move(mock);
     }
 
-    /// The UI is built on first use, when the world has its font.
-    UI& ui() {
-        if (!screen) {
-            const support::PrivateWorld& here = world;
-            here.write("/opt/pattern/oled/Font.ttf",
-                       here.read("/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf"));
-            screen = std::make_unique<UI>();
-        }
-        return *screen;
-    }
+    UI& ui() { return *screen; }
 
     /// The frame's pixels now.
     std::vector<std::uint16_t> pixels() { return pixelsOf(*ui().oled); }

@@ -6,7 +6,6 @@
 #include <filesystem>
 
 #include "Tests/panelprobe/Screen.h"
-#include "Tools/panelprobe/Usage.h"
 
 namespace {
 
@@ -99,19 +98,6 @@ TEST_F(UIPrintTest, WithoutAPanelDrawsNothing) {
     ui().panel.reset();
     ui().print("upper", "lower", 0x80009600);
     EXPECT_EQ(before, pixels());
-}
-
-TEST(UsageTest, PrintsTheUsageAndEndsWith255) {
-    EXPECT_EXIT(
-        {
-            standardOutputIsError();
-            USAGE();
-        },
-        ExitedWithCode(255),
-        "^Usage: panelprobe \\{--check\\|--print\\|--waitbutton\\}\n"
-        "\t--check\t\t\t\tprompt user to press the buttons one after the other\n"
-        "\t--print line1 \\[line2\\]\t\tprint one or two lines on the oled panel and exit\n"
-        "\t--waitbutton\t\t\twait until any key was pressed and print which one\n$");
 }
 
 }  // namespace
