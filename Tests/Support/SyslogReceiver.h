@@ -19,7 +19,8 @@ struct LogLine {
 };
 std::ostream& operator<<(std::ostream& out, const LogLine& line);
 
-/// The receiving end of "/dev/log" in a test's PrivateWorld.
+/// The receiving end of "/dev/log" in a test's PrivateWorld. The kernel queues about ten lines; who logs more
+/// waits until they are read, so call lines() in between.
 class SyslogReceiver {
 public:
     SyslogReceiver();

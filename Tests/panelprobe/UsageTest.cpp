@@ -11,7 +11,7 @@ TEST(UsageTest, PrintsTheUsageAndEndsWith255) {
             dup2(STDERR_FILENO, STDOUT_FILENO);  // death tests see standard error only
             USAGE();
         },
-        ExitedWithCode(255),
+        testing::ExitedWithCode(255),
         "^Usage: panelprobe \\{--check\\|--print\\|--waitbutton\\}\n"
         "\t--check\t\t\t\tprompt user to press the buttons one after the other\n"
         "\t--print line1 \\[line2\\]\t\tprint one or two lines on the oled panel and exit\n"

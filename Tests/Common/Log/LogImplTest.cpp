@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <cstdarg>
 #include <string>
 
 #include "Tests/Support/PrivateWorld.h"
@@ -162,6 +163,16 @@ struct WriterRow {
     int syslogLevel;
 };
 
+/// The members that take a va_list, called as their callers do.
+using ListWriter = void (*)(Enums::OriginKey::Type, Enums::Loglevel::LoglevelType, const char*, va_list);
+
+void writeList(ListWriter writer, Enums::Loglevel::LoglevelType level, const char* format, ...) {
+    va_list list;
+    va_start(list, format);
+    writer(kOled, level, format, list);
+    va_end(list);
+}
+
 class LoggingTest : public LogImplTest, public testing::WithParamInterface<WriterRow> {};
 
 TEST_P(LoggingTest, EveryMemberWritesToItsFacilityAtTheLevelOfTheTable) {
@@ -173,10 +184,13 @@ TEST_P(LoggingTest, EveryMemberWritesToItsFacilityAtTheLevelOfTheTable) {
     writer.UserLog(kOled, level, "c%d", 3);
     Valen::Logging::StaticUserLog(kOled, level, "d%d", 4);
     writer.DebugLog(kOled, level, "e%d", 5);
+    writeList(Valen::Logging::vStaticLog, level, "f%d", 6);
+    writeList(Valen::Logging::vStaticUserLog, level, "g%d", 7);
     EXPECT_THAT(syslog.lines(),
                 ElementsAre(LogLine{kLocal0, expected, "OLED: a1"}, LogLine{kLocal0, expected, "OLED: b2"},
                             LogLine{kLocal1, expected, "OLED: c3"}, LogLine{kLocal1, expected, "OLED: d4"},
-                            LogLine{kLocal2, expected, "OLED: e5"}));
+                            LogLine{kLocal2, expected, "OLED: e5"}, LogLine{kLocal0, expected, "OLED: f6"},
+                            LogLine{kLocal1, expected, "OLED: g7"}));
 }
 
 INSTANTIATE_TEST_SUITE_P(Table, LoggingTest,

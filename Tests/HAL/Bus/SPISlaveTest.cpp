@@ -71,6 +71,7 @@ TEST_F(SPISlaveTest, ChipSelectsAreDecimalNumbersUpToTheNamesEnd) {
         {"spi1.-1", -1, false},
         {"spi1.4294967295", -2, false},
         {"spi1.99999999999999999999", 0, false},
+        {"spi1.99999999999999999999", -1, true},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);

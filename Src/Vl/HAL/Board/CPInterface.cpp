@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdio>
 #include <cstring>
+#include <limits>
 
 #include "Vl/Common/Log/LogInterface.h"
 #include "Vl/HAL/Fpga/CoreLayout.h"
@@ -19,7 +20,6 @@ constexpr std::size_t kSyncWord = 52 / kWordSize;
 
 constexpr int kAnyVersion = -1;
 constexpr int kVersionWord = 0;
-constexpr int kMostWords = 0xFFFF;  // of one core
 
 }  // namespace
 
@@ -104,8 +104,8 @@ int CPInterface::getCoreAddress(const char* name, unsigned int& address, int n, 
 }
 
 std::pair<volatile std::uint32_t*, unsigned int> CPInterface::getCoreRegs(const char* name, int i) {
-    if (i < 0 || i >= kMostWords) {
-        return {};
+    if (i == std::numeric_limits<int>::max()) {
+        return {};  // no core has that many words, and there is no next number to ask for
     }
     const HAL::LayoutFile layout = HAL::openLayout(HAL::FPGAInterface::device);
     const auto read = [&](int n, unsigned int& word) {

@@ -27,7 +27,8 @@ public:
     bool getPin(int pin);
 
     /// @return the first line number of the first listed controller in "/sys/class/gpio/" whose label begins
-    ///         with `label`, or -1.
+    ///         with `label`, or -1. A controller whose base cannot be read as a number is passed over, rather
+    ///         than taken for one that begins at line 0.
     static int getBase(const char* label);
 
 private:

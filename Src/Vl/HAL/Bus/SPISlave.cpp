@@ -30,10 +30,10 @@ bool hasChipSelect(std::string_view name, int wanted) {
     const std::string_view digits = name.substr(point + 1);
     unsigned int number = 0;
     const auto [end, error] = std::from_chars(digits.begin(), digits.end(), number);
-    if (error != std::errc() || end != digits.end()) {
+    if (error == std::errc::invalid_argument || end != digits.end()) {
         return false;
     }
-    return wanted == kAnyChipSelect || std::cmp_equal(number, wanted);
+    return wanted == kAnyChipSelect || (error == std::errc() && std::cmp_equal(number, wanted));
 }
 
 /// What a search finds: the path, an empty one when there is none, nothing at all when the file system fails.

@@ -53,18 +53,20 @@ std::optional<Unsigned> readBigEndian(FILE* layout) {
 }
 
 bool seek(FILE* layout, long bytes) {
-    return bytes == 0 || std::fseek(layout, bytes, SEEK_CUR) == 0;
+    return std::fseek(layout, bytes, SEEK_CUR) == 0;
 }
 
-/// Seeks over the words of a core. Most cores have few, which stdio has at hand already: reading them there
+/// Passes over the words of a core. Most cores have few, which stdio has at hand already: reading them there
 /// saves the system call that every seek is. What cannot be read is left to a seek after all, and so is every
 /// layout that cannot seek, to the same result as if each had been one.
 bool skipWords(FILE* layout, std::uint16_t words, bool canSeek) {
     std::array<std::byte, 16 * kWordSize> passed;
     const std::size_t size = words * std::size_t{kWordSize};
-    const std::size_t read =
-        canSeek && size <= passed.size() ? std::fread(passed.data(), 1, size, layout) : 0;
-    return seek(layout, static_cast<long>(size - read));
+    if (!canSeek || size > passed.size()) {
+        return seek(layout, static_cast<long>(size));
+    }
+    const std::size_t read = std::fread(passed.data(), 1, size, layout);
+    return read == size || seek(layout, static_cast<long>(size - read));
 }
 
 /// Only the first '*' is one.
