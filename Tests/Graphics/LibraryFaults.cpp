@@ -4,8 +4,38 @@
 #include <png.h>
 #include FT_FREETYPE_H
 
+#include <algorithm>
+#include <cstdint>
+#include <new>
+
+namespace {
+
+/// The same picture, its rows stored the other way round.
+void turnBottomUp(FT_Bitmap& bitmap) {
+    const auto pitch = static_cast<size_t>(bitmap.pitch);
+    for (size_t row = 0; row < bitmap.rows / 2; ++row) {
+        uint8_t* upper = bitmap.buffer + row * pitch;
+        std::swap_ranges(upper, upper + pitch, bitmap.buffer + (bitmap.rows - 1 - row) * pitch);
+    }
+    bitmap.pitch = -bitmap.pitch;
+}
+
+}  // namespace
+
 // The linker sends calls of NAME to __wrap_NAME and calls of __real_NAME to NAME.
 extern "C" {
+
+void* __real__Znam(size_t size);
+void* __wrap__Znam(size_t size);
+void* __wrap__Znam(size_t size) {
+    if (libraryFaults.arraysLeft == 0) {
+        throw std::bad_alloc();
+    }
+    if (libraryFaults.arraysLeft > 0) {
+        --libraryFaults.arraysLeft;
+    }
+    return __real__Znam(size);
+}
 
 FT_Error __real_FT_Init_FreeType(FT_Library* library);
 FT_Error __wrap_FT_Init_FreeType(FT_Library* library);
@@ -24,7 +54,13 @@ FT_Error __wrap_FT_Load_Glyph(FT_Face face, FT_UInt index, FT_Int32 flags) {
 FT_Error __real_FT_Render_Glyph(FT_GlyphSlot slot, FT_Render_Mode mode);
 FT_Error __wrap_FT_Render_Glyph(FT_GlyphSlot slot, FT_Render_Mode mode);
 FT_Error __wrap_FT_Render_Glyph(FT_GlyphSlot slot, FT_Render_Mode mode) {
-    return libraryFaults.renderGlyph ? FT_Err_Raster_Overflow : __real_FT_Render_Glyph(slot, mode);
+    ++libraryFaults.glyphRenders;
+    const FT_Error error = libraryFaults.renderGlyph ? static_cast<FT_Error>(FT_Err_Raster_Overflow)
+                                                     : __real_FT_Render_Glyph(slot, mode);
+    if (error == 0 && libraryFaults.bottomUp) {
+        turnBottomUp(slot->bitmap);
+    }
+    return error;
 }
 
 png_structp __real_png_create_read_struct(png_const_charp version, png_voidp context, png_error_ptr error,

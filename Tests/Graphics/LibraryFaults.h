@@ -1,15 +1,19 @@
 #pragma once
 
-/// Failures of FreeType and libpng that no file can provoke. The test program is linked so that the calls
-/// named here pass through LibraryFaults.cpp.
+/// Failures of FreeType, libpng and the allocator that no file can provoke. The test program is linked so
+/// that the calls named here pass through LibraryFaults.cpp.
 struct LibraryFaults {
     bool initFreeType = false;
     bool loadGlyph = false;
     bool renderGlyph = false;
+    bool bottomUp = false;  ///< rendered bitmaps are turned to begin with their last row
     bool createReadStruct = false;
     bool createInfoStruct = false;
 
-    int glyphLoads = 0;  ///< counts FT_Load_Glyph
+    int arraysLeft = -1;  ///< so many arrays can still be allocated, −1 any number
+
+    int glyphLoads = 0;    ///< counts FT_Load_Glyph
+    int glyphRenders = 0;  ///< counts FT_Render_Glyph
 };
 
 inline LibraryFaults libraryFaults;

@@ -87,6 +87,12 @@ TEST_F(OLEDTest, InitFailsWithoutAFontAndSaysNothing) {
     EXPECT_FALSE(oled.getFont().isLoaded());
 }
 
+TEST_F(OLEDTest, AFrameWhoseBytesAnIntCannotCountIsEmpty) {
+    const VLGraphics::OLED tooLarge(32768, 32768);  // 2^31 bytes
+    EXPECT_EQ(0, tooLarge.getBufferSize());
+    EXPECT_EQ(nullptr, tooLarge.getBuffer());
+}
+
 TEST_F(OLEDTest, AFrameOfNoSizeIsEmpty) {
     VLGraphics::OLED none(0, 0);
     none.fill(0x80ffffff);

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <new>
+
+#include "Tests/Graphics/LibraryFaults.h"
 #include "Vl/Graphics/Pixels/RGB16Bitmap.h"
 
 TEST(BitmapWithBufferTest, HoldsABufferOfItsSize) {
@@ -39,6 +42,17 @@ TEST(BitmapWithBufferTest, SizesThatMakeNoSenseMakeAnEmptyBitmap) {
         EXPECT_EQ(0, bitmap.getWidth());
         EXPECT_EQ(0, bitmap.getHeight());
     }
+}
+
+TEST(BitmapWithBufferTest, StaysAsItWasWhenMemoryIsShort) {
+    RGB16Bitmap bitmap(3, 2);
+    bitmap.getBuffer().setPixel(5, 0x80ffffff);
+    FaultyLibraries faults;
+    faults->arraysLeft = 1;
+    EXPECT_THROW(bitmap.resize(100, 100), std::bad_alloc);
+    EXPECT_EQ(3, bitmap.getWidth());
+    EXPECT_EQ(2, bitmap.getHeight());
+    EXPECT_EQ(0xffff, bitmap.getBuffer().pixels()[5]);
 }
 
 TEST(BitmapWithBufferTest, IsUsedThroughItsBase) {

@@ -2,10 +2,13 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <climits>
+#include <new>
 #include <random>
 
 #include "Tests/Graphics/ExpectSame.h"
+#include "Tests/Graphics/LibraryFaults.h"
 #include "Tests/Graphics/PlainFrame.h"
 
 using testing::Each;
@@ -117,17 +120,38 @@ TEST_F(RGBPixelBufferTest, FillWritesNothingWhenWidthOrHeightIsZeroOrNegative) {
 }
 
 TEST_F(RGBPixelBufferTest, FillStaysInsideWhateverItIsAsked) {
-    const int odd[] = {INT_MIN, INT_MIN + 1, -kWidth, -1, 0, 1, kWidth, kWidth * kHeight, INT_MAX};
+    const int odd[] = {INT_MIN, INT_MIN + 1, -kWidth - 5, -kWidth, -1, 0, 1, 5, kWidth, 300, 406, INT_MAX};
+    static constexpr int64_t count = kWidth * kHeight;
+    // Rows are drawn as long as they begin inside, and end where the buffer does.
+    const auto expectedOf = [](int start, int gap, int w, int h) {
+        PlainFrame frame(kWidth, kHeight);
+        const int64_t step = int64_t{w} + gap;
+        int64_t row = start;
+        for (int i = 0; w > 0 && i < h && row >= 0 && row < count; ++i) {
+            for (int64_t index = row; index < std::min(row + w, count); ++index) {
+                frame.setPixel(static_cast<int>(index), 0x80ffffff);
+            }
+            row = step != 0 ? row + step : count;
+        }
+        return frame;
+    };
+    int drawn = 0;
     for (const int start : odd) {
         for (const int gap : odd) {
             for (const int w : odd) {
                 for (const int h : odd) {
+                    std::fill_n(buffer.pixels(), count, uint16_t{0});
+                    std::fill_n(buffer.alpha(), count, uint8_t{0});
                     buffer.fillRect(start, gap, w, h, 0x80ffffff);
+                    ASSERT_TRUE(expectedOf(start, gap, w, h) == buffer)
+                        << "start " << start << " gap " << gap << ' ' << w << " x " << h << '\n'
+                        << artOf(kWidth, kHeight, buffer);
+                    drawn += PlainFrame(kWidth, kHeight) == buffer ? 0 : 1;
                 }
             }
         }
     }
-    EXPECT_EQ(kWidth * kHeight, buffer.count());
+    EXPECT_GT(drawn, 1000);
 }
 
 TEST_F(RGBPixelBufferTest, FillCutsTheRowThatLeavesTheBuffer) {
@@ -214,12 +238,29 @@ TEST(RGBPixelBufferSizeTest, IsEmptyUntilResized) {
 
 TEST(RGBPixelBufferSizeTest, SizesThatMakeNoSenseLeaveItEmpty) {
     RGBPixelBuffer buffer;
-    for (const auto& [width, height] : {std::pair{0, 5}, {5, 0}, {-1, 5}, {-3, -3}, {65536, 65536}}) {
+    for (const auto& [width, height] :
+         {std::pair{0, 5}, {5, 0}, {-1, 5}, {-3, -3}, {32768, 32768}, {65536, 65536}}) {
         buffer.resize(4, 4);
         buffer.resize(width, height);
         EXPECT_EQ(0, buffer.count());
         EXPECT_EQ(nullptr, buffer.pixels());
     }
+}
+
+TEST(RGBPixelBufferSizeTest, StaysAsItWasWhenMemoryIsShort) {
+    RGBPixelBuffer buffer;
+    buffer.resize(4, 4);
+    buffer.setPixel(15, 0x80ffffff);
+    const PlainFrame before(4, 4, buffer);
+    FaultyLibraries faults;
+    for (const int arrays : {0, 1}) {  // none, or the colours but not the coverage
+        faults->arraysLeft = arrays;
+        EXPECT_THROW(buffer.resize(100, 100), std::bad_alloc);
+        faults->arraysLeft = -1;
+        expectSame(before, buffer);
+    }
+    buffer.resize(100, 100);
+    EXPECT_EQ(10000, buffer.count());
 }
 
 TEST(RGBPixelBufferRotateTest, ReversesColoursAndCoverageForEverySize) {

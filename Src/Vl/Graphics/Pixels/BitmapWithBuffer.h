@@ -16,11 +16,9 @@ public:
 
 private:
     void adopt(int width, int height) {
-        setSize(0, 0);
         buffer_.resize(width, height);
-        if (buffer_.count() > 0) {
-            setSize(width, height);
-        }
+        const bool empty = buffer_.count() == 0;
+        setSize(empty ? 0 : width, empty ? 0 : height);
     }
 
     mutable Buffer buffer_;

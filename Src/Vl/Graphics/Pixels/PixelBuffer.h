@@ -26,7 +26,8 @@ public:
     virtual rgba getPixel(int index) const = 0;
 
     /// Throws the contents away and makes width × height clear pixels. Nonsense (zero, negative, more
-    /// than INT_MAX pixels) leaves an empty buffer. Throws std::bad_alloc when memory is short.
+    /// than INT_MAX bytes of colour) leaves an empty buffer. Throws std::bad_alloc when memory is short; the
+    /// buffer is then as it was.
     virtual void resize(int width, int height) = 0;
 
     virtual ~PixelBuffer() = default;

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <limits>
 #include <memory>
+#include <utility>
 
 #include "Vl/Graphics/Pixels/PixelBuffer.h"
 
@@ -20,13 +21,26 @@ public:
     bool contains(int64_t index) const { return index >= 0 && index < count_; }
 
 protected:
-    /// Replaces the array by width × height zero words; by none when the size makes no sense.
-    void allocate(int width, int height) {
+    /// The most pixels there can be: the size of their words in bytes is an int.
+    static constexpr int kMost = std::numeric_limits<int>::max() / static_cast<int>(sizeof(Word));
+
+    /// How many pixels width × height are; 0 when that makes no sense or is more than `kMost`.
+    static constexpr int countOf(int width, int height) {
         const int64_t wanted = width > 0 && height > 0 ? int64_t{width} * height : 0;
-        const int usable = wanted <= std::numeric_limits<int>::max() ? static_cast<int>(wanted) : 0;
-        count_ = 0;
-        pixels_ = usable > 0 ? std::make_unique<Word[]>(static_cast<size_t>(usable)) : nullptr;
-        count_ = usable;
+        return wanted <= kMost ? static_cast<int>(wanted) : 0;
+    }
+
+    /// An array of `count` zero values; null for none.
+    template <typename Value>
+    static std::unique_ptr<Value[]> zeroes(int count) {
+        return count > 0 ? std::make_unique<Value[]>(static_cast<size_t>(count)) : nullptr;
+    }
+
+    /// Replaces the array by one of `count` words. Whoever keeps more than one array makes them all before
+    /// it hands over this one, so that a lack of memory changes nothing.
+    void adopt(std::unique_ptr<Word[]> pixels, int count) {
+        pixels_ = std::move(pixels);
+        count_ = count;
     }
 
 private:

@@ -4,6 +4,7 @@
 #include <bit>
 #include <cstring>
 #include <cwchar>
+#include <utility>
 
 #include "Vl/Graphics/Pixels/Rgb565.h"
 
@@ -76,8 +77,10 @@ rgba RGBPixelBuffer::getPixel(int index) const {
 }
 
 void RGBPixelBuffer::resize(int width, int height) {
-    allocate(width, height);
-    alpha_ = count() > 0 ? std::make_unique<uint8_t[]>(static_cast<size_t>(count())) : nullptr;
+    const int wanted = countOf(width, height);
+    auto colours = zeroes<uint16_t>(wanted);
+    alpha_ = zeroes<uint8_t>(wanted);
+    adopt(std::move(colours), wanted);
 }
 
 void RGBPixelBuffer::fillRect(int start, int gap, int width, int height, rgba colour) {
