@@ -250,12 +250,29 @@ TEST_F(LoadPngTest, AnotherBitDepthThanEightIsMinusEight) {
 }
 
 TEST_F(LoadPngTest, AnAbsurdSizeIsRefusedInTheHeader) {
-    writeWithClaimedSize(8193, 2);
+    writeWithClaimedSize(1000001, 2);
     EXPECT_EQ(-5, load());
-    writeWithClaimedSize(2, 8193);
+    writeWithClaimedSize(2, 1000001);
     EXPECT_EQ(-5, load());
     writeWithClaimedSize(0x7fffffff, 0x7fffffff);
     EXPECT_EQ(-5, load());
+}
+
+TEST_F(LoadPngTest, VeryLongRowsAndColumnsAreRead) {
+    writeWhite(9000, 1);
+    EXPECT_EQ(0, load());
+    EXPECT_EQ(9000, bitmap.getX());
+    writeWhite(1, 9000);
+    bitmap.setPosition(0, 0);
+    EXPECT_EQ(0, load(true));
+    EXPECT_EQ(9000, bitmap.getHeight());
+    EXPECT_EQ(128, bitmap.getBuffer().alpha()[8999]);
+}
+
+TEST_F(LoadPngTest, AnImageThatWouldTakeAllMemoryIsAnImageErrorEvenInALargeFile) {
+    writeWithClaimedSize(1000000, 1000000);
+    std::filesystem::resize_file(path, uintmax_t{1} << 32);  // sparse
+    EXPECT_EQ(-6, load());
 }
 
 TEST_F(LoadPngTest, ASizeThatTheFileCannotHoldIsAnImageError) {

@@ -18,7 +18,8 @@ rgba colourOf(const uint8_t* pixel, int channels) {
     return rgba::of(pixel[0], pixel[grey ? 0 : 1], pixel[grey ? 0 : 2], coverage);
 }
 
-/// Blends the part of the image that falls on the bitmap, its top-left pixel at (left, top).
+/// Blends the part of the image that falls on the bitmap, its top-left pixel at (left, top). Meant: what lies
+/// left of or above the bitmap is dropped too; by index alone it would come out at the end of the row before.
 void draw(const PngReader& image, int left, int top, const Bitmap& bitmap) {
     PixelBuffer& buffer = bitmap.getBuffer();
     const int64_t lastRow = std::min<int64_t>(image.height(), int64_t{bitmap.getHeight()} - top);

@@ -23,7 +23,6 @@ bool readInfo(png_structp png, png_infop info, FILE* file) {
     }
     png_init_io(png, file);
     png_set_sig_bytes(png, kSignatureBytes);
-    png_set_user_limits(png, PngReader::kLargestSide, PngReader::kLargestSide);
     png_read_info(png, info);
     return true;
 }
@@ -82,7 +81,7 @@ PngReader::Result PngReader::readImage() {
     }
     const size_t rowBytes = png_get_rowbytes(png_, info_);
     const auto rowCount = static_cast<size_t>(height_);
-    if (!fileCanHold(uint64_t{rowBytes} * rowCount)) {
+    if (int64_t{width_} * height_ > kMostPixels || !fileCanHold(uint64_t{rowBytes} * rowCount)) {
         return ImageError;
     }
     pixels_.resize(rowBytes * rowCount);

@@ -25,8 +25,9 @@ public:
         BitDepth = -8,
     };
 
-    /// The largest width and height that is read, in pixels; the header of anything larger is an error.
-    static constexpr uint32_t kLargestSide = 8192;
+    /// The most pixels that are read, so that no file can take all memory. A side may have 1,000,000 pixels,
+    /// libpng's own limit; the header of anything larger is an error.
+    static constexpr int64_t kMostPixels = int64_t{8192} * 8192;
 
     PngReader();
     ~PngReader();
@@ -38,8 +39,8 @@ public:
     Result readHeader(const char* path);
 
     /// After a good readHeader: reads the pixels into `pixels()`, row by row, `channels()` bytes each.
-    /// Palette, BitDepth or ImageError. An image that its file is too short to hold is an ImageError
-    /// before memory is set aside for it.
+    /// Palette, BitDepth or ImageError. An image of more than `kMostPixels`, or one that its file is too
+    /// short to hold, is an ImageError before memory is set aside for it.
     Result readImage();
 
     int width() const { return width_; }

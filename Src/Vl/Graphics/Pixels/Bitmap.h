@@ -32,7 +32,8 @@ public:
     virtual PixelBuffer& getBuffer() const = 0;
 
     /// Throws the picture away and makes a clear one of the new size; a size that makes no sense makes an
-    /// empty one of 0 × 0. Position and alignment stay.
+    /// empty one of 0 × 0. Position and alignment stay. Throws std::bad_alloc when memory is short; the
+    /// bitmap is then as it was.
     virtual void resize(int width, int height) = 0;
 
     int getWidth() const { return width_; }
@@ -51,6 +52,10 @@ public:
 
     /// Overwrites, without blending, a w × h rectangle whose top-left corner is the drawing position, cut
     /// at the bitmap's edges; one that ends up empty is not drawn. The position does not move.
+    ///
+    /// Meant, and odd: where the rectangle hangs over at the left or top, it is shortened by what hangs over,
+    /// but the far edge is judged from the uncut position. So it may keep more columns than the bitmap has;
+    /// its rows then run into the next ones. Nothing is ever written outside the bitmap's pixels.
     void FillRect(int w, int h, rgba colour);
 
     /// Blends coverage in one colour with its top-left value at (left, top), cut at the bitmap's edges.
@@ -63,8 +68,9 @@ public:
     /// Blends a PNG file about the drawing position and moves the position past it.
     ///
     /// Eight-bit grey, grey with alpha, RGB and RGBA are read, interlaced or not; pixels outside the bitmap
-    /// are dropped. With `resize` the bitmap takes the image's size first. Images of more than
-    /// PngReader::kLargestSide pixels a side are refused. Blocks while it reads the file.
+    /// are dropped. With `resize` the bitmap takes the image's size first. Images of more than 1,000,000
+    /// pixels a side (−5) or more than PngReader::kMostPixels (−6) are refused. Blocks while it reads the
+    /// file. Throws std::bad_alloc when memory is short.
     /// @return 0, or −1 the file cannot be opened, −2 not a PNG file, −3 and −4 libpng's read or info
     ///     structure cannot be created, −5 an error while reading the header, −6 an error while reading the
     ///     image, −7 a palette image, −8 a bit depth other than 8. On failure nothing is drawn or moved.
