@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <climits>
 #include <cmath>
 #include <functional>
@@ -289,14 +290,41 @@ TEST_F(FaceTest, ALineThatFillsMoreThanHalfTheBoxStaysOneLine) {
 
 TEST_F(FaceTest, BoxesThatMakeNoSenseAreFitted) {
     const std::string longText(3000, 'W');
+    plain.setPoints(10);
+    const int64_t probe = 3000 * plain.unitsWide("W");
     errorsOf([&] {
-        for (const int width : {INT_MIN, -1, 0, 1, 10000}) {
-            for (const int height : {INT_MIN, -1, 0, 1, 1000}) {
-                for (const bool multiline : {false, true}) {
-                    face.SetBestSize(longText.c_str(), width, height, multiline);
+        for (const int64_t width : {INT_MIN, -1, 0, 1, 10000}) {
+            for (const int64_t height : {INT_MIN, -1, 0, 1, 1000}) {
+                SCOPED_TRACE(testing::Message() << width << " x " << height);
+                const auto fit = [&](bool multiline) {
+                    return face.SetBestSize(longText.c_str(), static_cast<int>(width),
+                                            static_cast<int>(height), multiline);
+                };
+                const int64_t size = std::min(width * 640 / probe, height);
+                const TextSize line = fit(false);
+                EXPECT_EQ(size, face.size());
+                EXPECT_EQ(std::max<int64_t>(size * probe / 640, INT_MIN), line.width);
+                EXPECT_EQ(size, line.height);
+
+                const TextSize lines = fit(true);
+                if (width <= 0 || height < 0 || size > height / 2) {  // stays one line
+                    EXPECT_EQ(size, face.size());
+                    EXPECT_EQ(line.width, lines.width);
+                    EXPECT_EQ(line.height, lines.height);
+                    continue;
                 }
+                const auto wraps = static_cast<double>(height * probe / (width * 640));
+                const int64_t smaller = height / (static_cast<int64_t>(std::sqrt(wraps)) + 1);
+                EXPECT_EQ(smaller, face.size());
+                EXPECT_EQ(width, lines.width);
+                EXPECT_EQ(smaller * (smaller * probe / (width * 640) + 1), lines.height);
             }
         }
     });
-    EXPECT_TRUE(face.isLoaded());
+}
+
+TEST_F(FaceTest, FindingTheBestSizeRendersNothing) {
+    faults->glyphRenders = 0;
+    face.SetBestSize("Hello, panel", 160, 48, true);
+    EXPECT_EQ(0, faults->glyphRenders);
 }

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <vector>
+
 #include "Tests/Graphics/LibraryFaults.h"
 #include "Tests/Graphics/PlainText.h"
 
@@ -21,6 +23,10 @@ protected:
         EXPECT_EQ(0, FT_Set_Pixel_Sizes(face, 0, 20));
     }
     ~GlyphCacheTest() override { FT_Done_FreeType(library); }
+
+    int64_t measure(char code) {
+        return cache.advance(face, static_cast<uint8_t>(code), GlyphCache::Purpose::Drawing);
+    }
 
     FT_Library library = nullptr;
     FT_Face face = nullptr;
@@ -65,17 +71,46 @@ TEST_F(GlyphCacheTest, EachCharacterIsMadeOnce) {
     for (int i = 0; i < 5; ++i) {
         cache.glyph(face, 'a');
         cache.glyph(face, 'b');
-        cache.advance(face, 'a');
+        measure('a');
     }
-    EXPECT_EQ(3, faults->glyphLoads);  // two pictures, one advance
+    EXPECT_EQ(2, faults->glyphLoads);
+}
+
+TEST_F(GlyphCacheTest, WhatIsMeasuredToBeDrawnIsRenderedAtOnce) {
+    measure('a');
+    EXPECT_EQ(1, faults->glyphRenders);
+    ASSERT_NE(nullptr, cache.glyph(face, 'a'));
+    EXPECT_EQ(1, faults->glyphRenders);
+    EXPECT_EQ(1, faults->glyphLoads);
+}
+
+TEST_F(GlyphCacheTest, WhatIsOnlyMeasuredIsNotRendered) {
+    const int64_t width = cache.advance(face, 'a', GlyphCache::Purpose::Measuring);
+    EXPECT_EQ(0, faults->glyphRenders);
+    const Glyph* glyph = cache.glyph(face, 'a');
+    ASSERT_NE(nullptr, glyph);
+    EXPECT_EQ(width, glyph->advanceX);
+    EXPECT_EQ(width, cache.advance(face, 'a', GlyphCache::Purpose::Measuring));
+    EXPECT_EQ(2, faults->glyphLoads);
+}
+
+TEST_F(GlyphCacheTest, ARowOrderFromTheBottomIsTheSamePicture) {
+    const Glyph* straight = cache.glyph(face, 'g');
+    ASSERT_NE(nullptr, straight);
+    const std::vector<uint8_t> expected = straight->coverage;
+    GlyphCache other;
+    faults->bottomUp = true;
+    const Glyph* turned = other.glyph(face, 'g');
+    ASSERT_NE(nullptr, turned);
+    EXPECT_EQ(expected, turned->coverage);
 }
 
 TEST_F(GlyphCacheTest, ClearForgetsPicturesAndAdvances) {
-    const int64_t before = cache.advance(face, 'M');
+    const int64_t before = measure('M');
     ASSERT_EQ(0, FT_Set_Pixel_Sizes(face, 0, 40));
-    EXPECT_EQ(before, cache.advance(face, 'M'));
+    EXPECT_EQ(before, measure('M'));
     cache.clear();
-    EXPECT_GT(cache.advance(face, 'M'), before);
+    EXPECT_GT(measure('M'), before);
 }
 
 TEST_F(GlyphCacheTest, AFailedLoadIsTriedAndSaidEachTime) {
@@ -93,10 +128,10 @@ TEST_F(GlyphCacheTest, AFailedLoadIsTriedAndSaidEachTime) {
 TEST_F(GlyphCacheTest, AFailedLoadIsSaidAndItsAdvanceStillCounts) {
     faults->loadGlyph = true;  // after FreeType has filled in the advance
     testing::internal::CaptureStderr();
-    const int64_t failed = cache.advance(face, 'A');
+    const int64_t failed = measure('A');
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "could not load glyph: 36 because: 0x14\n");
     faults->loadGlyph = false;
-    EXPECT_EQ(cache.advance(face, 'A'), failed);
+    EXPECT_EQ(measure('A'), failed);
     EXPECT_GT(failed, 0);
     EXPECT_EQ(2, faults->glyphLoads);
 }
@@ -124,7 +159,7 @@ TEST_F(GlyphCacheTest, HugeGlyphsAreMadeAnewEachTime) {
 TEST_F(GlyphCacheTest, WithoutAFaceEveryUseFails) {
     testing::internal::CaptureStderr();
     EXPECT_EQ(nullptr, cache.glyph(nullptr, 'A'));
-    EXPECT_EQ(0, cache.advance(nullptr, 'A'));
+    EXPECT_EQ(0, cache.advance(nullptr, 'A', GlyphCache::Purpose::Drawing));
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
               "could not load glyph: 0 because: 0x23\n"
               "could not load glyph: 0 because: 0x23\n");

@@ -84,6 +84,10 @@ void Face::SetIcon(int index, const char* path) {
 }
 
 TextSize Face::TextDimensions(const char* text, bool pixels, int cell) {
+    return measure(text, pixels, cell, GlyphCache::Purpose::Drawing);
+}
+
+TextSize Face::measure(const char* text, bool pixels, int cell, GlyphCache::Purpose purpose) {
     int64_t widest = 0;
     int64_t line = 0;
     int64_t height = capHeight_;
@@ -98,7 +102,7 @@ TextSize Face::TextDimensions(const char* text, bool pixels, int cell) {
         } else if (cell != 0) {
             line += cell;
         } else {
-            const int64_t advance = glyphs_.advance(face_.get(), code);
+            const int64_t advance = glyphs_.advance(face_.get(), code, purpose);
             line += pixels ? advance >> 6 : advance;
         }
     }
@@ -109,7 +113,7 @@ TextSize Face::SetBestSize(const char* text, int width, int height, bool multili
     constexpr int probeSize = 10;
     constexpr int64_t probeUnits = int64_t{probeSize} * 64;
     SetSize(probeSize);
-    const int64_t probeWidth = TextDimensions(text, false, 0).width;
+    const int64_t probeWidth = measure(text, false, 0, GlyphCache::Purpose::Measuring).width;
     const int64_t boxUnits = width * probeUnits;
 
     int64_t size = probeWidth != 0 ? std::min<int64_t>(boxUnits / probeWidth, height) : 0;

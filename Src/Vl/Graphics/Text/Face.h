@@ -71,8 +71,9 @@ public:
     /// a width makes the text wrap there; one with a height is filled with `boxColour` behind the text.
     void RenderAligned(const char* text, Bitmap& bmp, rgba colour, FontSpace box, rgba boxColour, int cell);
 
-    /// Sets the largest size at which the text fits width × height, in several lines where `multiline` and
-    /// that makes it larger. @return the room the text then takes, in pixels
+    /// Sets the largest size at which the text, as one line, fits width × height. With `multiline`, a line of
+    /// at most half the box's height is broken into as many as fill the box instead, unless width or height
+    /// make no sense. @return the room the text then takes, in pixels; as wide as the box when broken
     TextSize SetBestSize(const char* text, int width, int height, bool multiline);
 
     /// Draws a text as large as fits the box, centred as the box's flags say; the drawing position is the
@@ -88,6 +89,7 @@ private:
     template <typename SetInFreeType>
     void changeSize(int size, SetInFreeType set);
     void measureCapHeight();
+    TextSize measure(const char* text, bool pixels, int cell, GlyphCache::Purpose purpose);
     void drawIcon(const Icon& icon, Bitmap& bmp, Pen& pen) const;
     bool drawCharacter(uint8_t code, Bitmap& bmp, rgba colour, int cell, Pen& pen);
 

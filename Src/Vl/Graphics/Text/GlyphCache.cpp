@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <utility>
 
 namespace TextRender {
 
@@ -59,20 +60,20 @@ void copyCoverage(const FT_Bitmap& from, Glyph& to) {
                .height = static_cast<int>(from.rows)};
 }
 
-std::unique_ptr<Glyph> copyOf(const FT_GlyphSlotRec& slot) {
-    auto glyph = std::make_unique<Glyph>();
-    glyph->left = slot.bitmap_left;
-    glyph->top = slot.bitmap_top;
-    glyph->advanceX = slot.advance.x;
-    glyph->advanceY = slot.advance.y;
+Glyph copyOf(const FT_GlyphSlotRec& slot) {
+    Glyph glyph;
+    glyph.left = slot.bitmap_left;
+    glyph.top = slot.bitmap_top;
+    glyph.advanceX = slot.advance.x;
+    glyph.advanceY = slot.advance.y;
     const FT_Bitmap& bitmap = slot.bitmap;
     if (bitmap.pixel_mode == FT_PIXEL_MODE_GRAY && bitmap.pitch == static_cast<int>(bitmap.width)) {
-        copyCoverage(bitmap, *glyph);
+        copyCoverage(bitmap, glyph);
         return glyph;
     }
     const GreyBitmap grey(slot.library, bitmap);
     if (grey.get() != nullptr) {
-        copyCoverage(*grey.get(), *glyph);
+        copyCoverage(*grey.get(), glyph);
     }
     return glyph;
 }
@@ -87,30 +88,45 @@ GlyphCache::GlyphCache() = default;
 GlyphCache::~GlyphCache() = default;
 
 void GlyphCache::clear() {
-    advances_.fill(std::nullopt);
-    for (auto& glyph : glyphs_) {
-        glyph.reset();
-    }
+    entries_.clear();
     unkept_.reset();
 }
 
-int64_t GlyphCache::advance(FT_FaceRec_* face, uint8_t code) {
-    if (advances_[code]) {
-        return *advances_[code];
+GlyphCache::Entry* GlyphCache::find(uint8_t code) const {
+    return entries_.empty() ? nullptr : entries_[code].get();
+}
+
+GlyphCache::Entry& GlyphCache::keep(uint8_t code, int64_t advance) {
+    if (entries_.empty()) {
+        entries_.resize(kCodes);
+    }
+    auto& entry = entries_[code];
+    if (!entry) {
+        entry = std::make_unique<Entry>();
+        entry->advance = advance;
+    }
+    return *entry;
+}
+
+int64_t GlyphCache::advance(FT_FaceRec_* face, uint8_t code, Purpose purpose) {
+    if (const Entry* known = find(code)) {
+        return known->advance;
     }
     FT_Error error = 0;
     load(face, code, error);
     const int64_t width = face != nullptr ? face->glyph->advance.x : 0;
     if (error == 0) {
-        advances_[code] = width;
-        renderAhead(face, code);
+        Entry& entry = keep(code, width);
+        if (purpose == Purpose::Drawing) {
+            renderAhead(face, entry);
+        }
     }
     return width;
 }
 
 const Glyph* GlyphCache::glyph(FT_FaceRec_* face, uint8_t code) {
-    if (glyphs_[code]) {
-        return glyphs_[code].get();
+    if (const Entry* known = find(code); known != nullptr && known->glyph) {
+        return &*known->glyph;
     }
     FT_Error error = 0;
     const FT_UInt index = load(face, code, error);
@@ -123,23 +139,23 @@ const Glyph* GlyphCache::glyph(FT_FaceRec_* face, uint8_t code) {
                      static_cast<unsigned>(error));
         return nullptr;
     }
-    unkept_ = copyOf(*face->glyph);
-    if (pixelsOf(*unkept_) > kLargestKept) {
-        return unkept_.get();
+    Glyph rendered = copyOf(*face->glyph);
+    if (pixelsOf(rendered) > kLargestKept) {
+        return &unkept_.emplace(std::move(rendered));
     }
-    glyphs_[code] = std::move(unkept_);
-    return glyphs_[code].get();
+    Entry& entry = keep(code, rendered.advanceX);
+    return &entry.glyph.emplace(std::move(rendered));
 }
 
-void GlyphCache::renderAhead(FT_FaceRec_* face, uint8_t code) {
+void GlyphCache::renderAhead(FT_FaceRec_* face, Entry& entry) {
     const FT_Glyph_Metrics& units = face->glyph->metrics;
     if ((int64_t{units.width} >> 6) * (int64_t{units.height} >> 6) > kLargestKept ||
         FT_Render_Glyph(face->glyph, FT_RENDER_MODE_NORMAL) != 0) {
         return;
     }
-    auto rendered = copyOf(*face->glyph);
-    if (pixelsOf(*rendered) <= kLargestKept) {
-        glyphs_[code] = std::move(rendered);
+    Glyph rendered = copyOf(*face->glyph);
+    if (pixelsOf(rendered) <= kLargestKept) {
+        entry.glyph = std::move(rendered);
     }
 }
 
