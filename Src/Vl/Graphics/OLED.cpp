@@ -19,8 +19,8 @@ int OLED::getBufferSize() const {
 }
 
 void OLED::clear() {
-    fill(0x800000c8);
-}  // red on purpose
+    fill(0x800000c8);  // red on purpose
+}
 
 void OLED::fill(rgba colour) {
     frame_.setPosition(0, 0);
