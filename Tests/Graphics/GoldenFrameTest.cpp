@@ -43,7 +43,7 @@ TEST(GoldenFrameTest, TwoCentredLinesLookAsTheyAlwaysDid) {
     VLGraphics::OLED oled(160, 48);
     ASSERT_TRUE(oled.init(directory.file("").c_str()));
     drawTwoLines(oled, "Hello,", "panel");
-    support::expectLooksLike(TEST_DATA "/HelloPanel.png", pictureOf(oled));
+    support::expectLooksLike(TEST_GOLDEN "/HelloPanel.png", pictureOf(oled));
 }
 
 TEST(GoldenFrameTest, TwoCentredLinesMatchThePlainRenderer) {
