@@ -8,7 +8,7 @@ namespace boardsim {
 namespace {
 
 /// More than a sender's socket takes at once by default (net.core.wmem_default).
-constexpr std::size_t kLongest = 256 * 1024;
+constexpr std::size_t kLongest = std::size_t{256} * 1024;
 
 /// A socket's queue holds fewer before its senders have to wait (net.unix.max_dgram_qlen: 10, with systemd
 /// 512).

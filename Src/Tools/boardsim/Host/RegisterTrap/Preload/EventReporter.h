@@ -22,6 +22,9 @@ public:
     /// Any thread, outside signal handlers or within.
     void reportSeek(std::uint64_t position) noexcept;
 
+protected:
+    ~EventReporter() = default;
+
 private:
     EventSocket socket_;
 };

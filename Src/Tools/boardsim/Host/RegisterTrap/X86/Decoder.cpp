@@ -39,13 +39,13 @@ constexpr GeneralRegister kGeneralRegisters[] = {
 constexpr x86_reg kHighBytes[] = {X86_REG_AH, X86_REG_CH, X86_REG_DH, X86_REG_BH};
 
 bool toGeneralRegister(x86_reg name, Operand& operand) noexcept {
-    for (std::uint8_t number = 0; number < std::size(kGeneralRegisters); ++number) {
+    for (std::size_t number = 0; number < std::size(kGeneralRegisters); ++number) {
         const auto& names = kGeneralRegisters[number].names;
         const auto* found = std::ranges::find(names, name);
         if (found == std::end(names)) {
             continue;
         }
-        operand.number = number;
+        operand.number = static_cast<std::uint8_t>(number);
         operand.width = GeneralRegister::widths[found - names];
         return true;
     }

@@ -39,7 +39,7 @@ bool Execution::run() noexcept {
 std::uintptr_t Execution::address(const Operand& operand) const noexcept {
     auto result = static_cast<std::uint64_t>(operand.displacement);
     if (operand.base != Operand::kNoRegister) {
-        result += registers_.get(static_cast<unsigned>(operand.base));
+        result += registers_.get(static_cast<std::uint8_t>(operand.base));
     }
     if (operand.index != Operand::kNoRegister) {
         result += registers_.get(static_cast<unsigned>(operand.index)) * operand.scale;
@@ -239,7 +239,7 @@ bool Execution::stringElement() noexcept {
         if (operand.kind != OperandKind::Memory) {
             continue;
         }
-        const auto pointer = static_cast<unsigned>(operand.base);
+        const auto pointer = static_cast<std::uint8_t>(operand.base);
         registers_.set(pointer, 8, registers_.get(pointer) + step);
     }
     if (instruction_.repeated) {

@@ -36,8 +36,8 @@ using Calculation = std::uint64_t (*)(std::uint64_t left, std::uint64_t right, u
 struct Operation {
     unsigned id;  ///< Capstone's number
     Form form;
-    Calculation calculate = nullptr;  ///< of Arithmetic and Compare
     std::uint8_t condition = 0;       ///< of the conditional forms, as the processor encodes it
+    Calculation calculate = nullptr;  ///< of Arithmetic and Compare
 };
 
 enum class OperandKind : std::uint8_t { General, Vector, Immediate, Memory };

@@ -65,10 +65,10 @@ VectorRegisters::VectorRegisters(ucontext_t& context) noexcept
 
 VectorRegisters::Place VectorRegisters::place(unsigned number, std::size_t lane) noexcept {
     if (number >= 16) {
-        return {kUpperRegisters, (number - 16) * 4 * kLane + lane * kLane};
+        return {kUpperRegisters, (std::size_t{number - 16} * 4 + lane) * kLane};
     }
     if (lane >= 2) {
-        return {kUpperHalves, number * 2 * kLane + (lane - 2) * kLane};
+        return {kUpperHalves, (std::size_t{number} * 2 + lane - 2) * kLane};
     }
     return {lane == 0 ? kSse : kAvx, number * kLane};
 }
