@@ -1,11 +1,17 @@
 // boardsim as an ordinary user, and on machines that refuse what it needs.
 #include <gmock/gmock.h>
+#include <linux/filter.h>
+#include <linux/seccomp.h>
 #include <sched.h>
 #include <sys/mount.h>
+#include <sys/prctl.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/sysmacros.h>
 #include <unistd.h>
 
+#include <array>
+#include <cstddef>
 #include <fstream>
 
 #include "Tests/boardsim/Support/Process.h"
@@ -19,6 +25,8 @@ using testing::HasSubstr;
 
 const std::string kScreen = "/sys/bus/avalon/devices/subsys_hps_oled_spi/spi_master/spi1/spi1.0/screen";
 
+constexpr unsigned long kSysAdmin = 21;  // CAP_SYS_ADMIN
+
 bool coverFuse() {
     boardsim::enterPrivateMounts();
     boardsim::coverDirectory("/dev", [](std::string_view name) { return name != "fuse"; });
@@ -31,6 +39,22 @@ bool openFuseToEverybody() {
     constexpr unsigned kFuse = 229;
     return coverFuse() && mknod("/dev/fuse", S_IFCHR, makedev(kMisc, kFuse)) == 0 &&
            chmod("/dev/fuse", 0666) == 0;
+}
+
+/// From now on the kernel refuses every mount with exactly these flags, as a security module may.
+bool forbidMounts(unsigned long flags) {
+    constexpr unsigned kFourthWord = offsetof(seccomp_data, args[3]);  // of mount(2): its flags
+    std::array<sock_filter, 6> filter{{
+        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, __NR_mount, 0, 3),
+        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, kFourthWord),
+        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, static_cast<unsigned>(flags), 0, 1),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | EACCES),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
+    }};
+    const sock_fprog program{filter.size(), filter.data()};
+    return prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 &&
+           prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) == 0;
 }
 
 bool isRoot() {
@@ -120,6 +144,45 @@ TEST(PrivilegeTest, RefusedNamespacesAreOneMessageThatNamesWhatToAllow) {
     EXPECT_THAT(output, testing::StartsWith("boardsim: cannot make a private mount namespace: "));
     EXPECT_THAT(output, HasSubstr("user.max_user_namespaces"));
     EXPECT_EQ(std::string::npos, output.find("started"));
+}
+
+TEST(PrivilegeTest, ANamespaceThatCannotBeSetUpIsOneMessageThatNamesWhatToAllow) {
+    // Without the capability boardsim needs a user namespace, whose maps then cannot be written.
+    const auto forbidMaps = [] {
+        boardsim::enterPrivateMounts();
+        constexpr unsigned long kReadOnly =
+            MS_REMOUNT | MS_BIND | MS_RDONLY | MS_NOSUID | MS_NODEV | MS_NOEXEC;
+        return mount("none", "/proc", nullptr, kReadOnly, nullptr) == 0 &&
+               prctl(PR_CAPBSET_DROP, kSysAdmin, 0, 0, 0) == 0;
+    };
+    std::string output;
+    EXPECT_EQ(125, runToEnd(onBoard({}, {"/bin/echo", "started"}), output, forbidMaps));
+    EXPECT_THAT(output,
+                testing::StartsWith("boardsim: cannot make a private mount namespace: Read-only file"));
+    EXPECT_THAT(output, HasSubstr("kernel.apparmor_restrict_unprivileged_userns=0"));
+    EXPECT_EQ(std::string::npos, output.find("started"));
+}
+
+TEST(PrivilegeTest, RefusedMountsAreOneMessageThatNamesWhatToAllow) {
+    struct Refusal {
+        unsigned long flags;
+        const char* said;
+        const char* allow;
+    };
+    const std::array refusals{
+        Refusal{MS_NOSUID, "cannot cover /dev: Permission denied", "apparmor_restrict_unprivileged_userns=0"},
+        Refusal{MS_BIND | MS_REC, "cannot bind /proc/self/fd/", "apparmor_restrict_unprivileged_userns=0"},
+        Refusal{MS_NOSUID | MS_NODEV, "cannot mount a FUSE file system: Permission denied",
+                "Linux 4.18 or newer"},
+    };
+    for (const Refusal& refusal : refusals) {
+        std::string output;
+        EXPECT_EQ(125, runToEnd(onBoard({}, {"/bin/echo", "started"}), output,
+                                [&] { return forbidMounts(refusal.flags); }));
+        EXPECT_THAT(output, testing::StartsWith(std::string("boardsim: ") + refusal.said));
+        EXPECT_THAT(output, HasSubstr(refusal.allow));
+        EXPECT_EQ(std::string::npos, output.find("started")) << output;
+    }
 }
 
 }  // namespace

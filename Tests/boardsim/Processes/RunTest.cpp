@@ -1,5 +1,8 @@
 // What a program finds on the board and how boardsim ends, with real small programs.
+#include <fcntl.h>
 #include <gmock/gmock.h>
+#include <sys/mount.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <filesystem>
@@ -8,6 +11,7 @@
 #include "Tests/Support/TemporaryDirectory.h"
 #include "Tests/Support/VirtualBoard.h"
 #include "Tests/boardsim/Support/Process.h"
+#include "Tools/boardsim/Host/Mounts.h"
 
 namespace {
 
@@ -137,6 +141,36 @@ TEST(RunTest, CoveredDirectoriesKeepTheirEntriesAndForgetWhatIsWritten) {
     EXPECT_NE("", run.out.substr(std::string("kept/tmp/i2c\n").size())) << "the machine's buses stay";
     EXPECT_FALSE(std::filesystem::exists("/tmp/" + name + "-new"));
     std::filesystem::remove("/tmp/" + name);
+}
+
+TEST(RunTest, EntriesThatNobodyCanReachAreLeftOut) {
+    const auto leaveADeadMount = [] {
+        boardsim::enterPrivateMounts();
+        boardsim::coverDirectory("/tmp", boardsim::keepNothing);
+        mkdir("/tmp/alive", 0755);
+        mkdir("/tmp/dead", 0755);
+        const int server = open("/dev/fuse", O_RDWR | O_CLOEXEC);
+        const std::string options =
+            "fd=" + std::to_string(server) + ",rootmode=40000,user_id=0,group_id=0,allow_other";
+        const bool mounted = mount("dead", "/tmp/dead", "fuse", MS_NOSUID | MS_NODEV, options.c_str()) == 0;
+        close(server);
+        return mounted && access("/tmp/dead", F_OK) != 0 && errno == ENOTCONN;
+    };
+    std::string output;
+    EXPECT_EQ(0, processes::runToEnd(processes::onBoard({}, {"/bin/ls", "/tmp"}), output, leaveADeadMount));
+    EXPECT_EQ("alive\ni2c\n", output);
+}
+
+TEST(RunTest, TheBoardIsOpenToEverybodyWhateverTheCallersMask) {
+    const auto keepPrivate = [] {
+        umask(077);
+        return true;
+    };
+    std::string output;
+    const std::string look =
+        "stat -c %a /tmp/i2c /opt/pattern /opt/pattern/oled /sys/bus/avalon/devices/fpga; umask";
+    EXPECT_EQ(0, processes::runToEnd(processes::onBoard({}, {"/bin/sh", "-c", look}), output, keepPrivate));
+    EXPECT_EQ("755\n755\n755\n755\n0077\n", output);
 }
 
 TEST(RunTest, TheLayoutNamesThePanelsCoresInBigEndianRecords) {

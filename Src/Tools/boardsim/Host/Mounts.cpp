@@ -6,46 +6,70 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
-#include <cstring>
+#include <cstdio>
 #include <filesystem>
-#include <fstream>
 #include <stdexcept>
 #include <system_error>
 #include <vector>
+
+#include "Tools/boardsim/Host/Descriptor.h"
 
 namespace boardsim {
 namespace {
 
 namespace fs = std::filesystem;
 
-[[noreturn]] void fail(const std::string& what) {
-    throw std::system_error(errno, std::generic_category(), what);
+/// Errors of an entry that only others can use: another user's mount, a mount whose server is dead, a
+/// temporary file that vanished meanwhile.
+constexpr std::array kOutOfReach{EACCES, EPERM, ENOTCONN, ESTALE, EIO, ENOENT};
+
+bool isOutOfReach(const std::error_code& error) {
+    return std::find(kOutOfReach.begin(), kOutOfReach.end(), error.value()) != kOutOfReach.end();
 }
 
-void writeText(const char* path, const std::string& text) {
-    std::ofstream file(path);
-    file << text << std::flush;
-    if (!file) {
-        fail(std::string("cannot write ") + path);
-    }
+std::error_code lastError() {
+    return {errno, std::generic_category()};
 }
 
-/// The caller is root in there: the device's programs run as root too. A single-user mapping needs no
-/// privilege.
-void mapCallerToRoot(uid_t uid, gid_t gid) {
-    writeText("/proc/self/setgroups", "deny");
-    writeText("/proc/self/uid_map", "0 " + std::to_string(uid) + " 1");
-    writeText("/proc/self/gid_map", "0 " + std::to_string(gid) + " 1");
-}
-
-void refuse() {
+/// Where user namespaces are restricted they often can be made, but then do not allow what they are made for.
+[[noreturn]] void refuse(const std::string& what, const std::error_code& error) {
     throw std::runtime_error(
-        std::string("cannot make a private mount namespace: ") + std::strerror(errno) +
+        what + ": " + error.message() +
         ".\nAllow user namespaces: sysctl -w user.max_user_namespaces=10000 and, where they exist, "
         "kernel.unprivileged_userns_clone=1 and kernel.apparmor_restrict_unprivileged_userns=0; "
         "in a container, run it with --cap-add SYS_ADMIN --security-opt apparmor=unconfined "
         "--security-opt seccomp=unconfined.");
+}
+
+[[noreturn]] void fail(const std::string& what, const std::error_code& error) {
+    if (error == std::errc::operation_not_permitted || error == std::errc::permission_denied) {
+        refuse(what, error);
+    }
+    throw std::system_error(error, what);
+}
+
+std::error_code writeText(const char* path, const std::string& text) {
+    const Descriptor file(open(path, O_WRONLY | O_CLOEXEC));
+    if (!file || write(file.get(), text.data(), text.size()) < 0) {
+        return lastError();
+    }
+    return {};
+}
+
+/// The caller is root in there: the device's programs run as root too. A single-user mapping needs no
+/// privilege.
+std::error_code mapCallerToRoot(uid_t uid, gid_t gid) {
+    std::error_code error = writeText("/proc/self/setgroups", "deny");
+    if (!error) {
+        error = writeText("/proc/self/uid_map", "0 " + std::to_string(uid) + " 1");
+    }
+    if (!error) {
+        error = writeText("/proc/self/gid_map", "0 " + std::to_string(gid) + " 1");
+    }
+    return error;
 }
 
 /// The covered directory stays reachable through its descriptor.
@@ -53,20 +77,49 @@ std::string underneath(int directory, const std::string& name) {
     return "/proc/self/fd/" + std::to_string(directory) + "/" + name;
 }
 
-/// What vanishes meanwhile (somebody's temporary file, say) stays away.
-void bindBack(const std::string& from, const std::string& to) {
-    try {
-        const fs::file_status status = fs::symlink_status(from);
-        if (fs::is_symlink(status)) {
-            fs::copy_symlink(from, to);
-        } else if (fs::exists(status)) {
-            bindPath(from, to);
-        }
-    } catch (const std::system_error& failure) {
-        if (failure.code() != std::errc::no_such_file_or_directory) {
-            throw;
-        }
+/// Makes an empty file or directory as `source` is one.
+std::error_code makeCounterpart(const std::string& source, const std::string& target) {
+    std::error_code error;
+    if (fs::is_directory(source, error)) {
+        fs::create_directories(target, error);
+    } else if (!error && !Descriptor(open(target.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666))) {
+        error = lastError();
     }
+    return error;
+}
+
+std::error_code bindOver(const std::string& source, const std::string& target) {
+    if (mount(source.c_str(), target.c_str(), nullptr, MS_BIND | MS_REC, nullptr) != 0) {
+        return lastError();
+    }
+    return {};
+}
+
+std::error_code restore(const std::string& from, const std::string& to) {
+    std::error_code error;
+    const fs::file_status status = fs::symlink_status(from, error);
+    if (error) {
+        return error;
+    }
+    if (fs::is_symlink(status)) {
+        fs::copy_symlink(from, to, error);
+        return error;
+    }
+    error = makeCounterpart(from, to);
+    return error ? error : bindOver(from, to);
+}
+
+/// What is out of reach stays away.
+void bindBack(const std::string& from, const std::string& to) {
+    const std::error_code error = restore(from, to);
+    if (!error) {
+        return;
+    }
+    if (!isOutOfReach(error)) {
+        fail("cannot bind " + to, error);
+    }
+    std::error_code neverMade;
+    fs::remove(to, neverMade);
 }
 
 std::vector<std::string> namesIn(const std::string& directory) {
@@ -80,54 +133,52 @@ std::vector<std::string> namesIn(const std::string& directory) {
 }  // namespace
 
 void enterPrivateMounts(int alsoUnshare) {
+    const char* const kWhat = "cannot make a private mount namespace";
     const uid_t uid = geteuid();
     const gid_t gid = getegid();
     const int wanted = CLONE_NEWNS | alsoUnshare;
     const bool privileged = uid == 0 && unshare(wanted) == 0;
     if (!privileged) {
         if (unshare(CLONE_NEWUSER | wanted) != 0) {
-            refuse();
+            refuse(kWhat, lastError());
         }
-        mapCallerToRoot(uid, gid);
+        if (const std::error_code error = mapCallerToRoot(uid, gid)) {
+            refuse(kWhat, error);
+        }
     }
     if (mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0) {
-        refuse();
+        refuse(kWhat, lastError());
     }
 }
 
 void bindPath(const std::string& source, const std::string& target) {
+    std::error_code error;
     if (!fs::exists(fs::symlink_status(target))) {
-        if (fs::is_directory(source)) {
-            fs::create_directories(target);
-        } else {
-            writeText(target.c_str(), "");
-        }
+        error = makeCounterpart(source, target);
     }
-    if (mount(source.c_str(), target.c_str(), nullptr, MS_BIND | MS_REC, nullptr) != 0) {
-        fail("cannot bind " + source + " to " + target);
+    if (!error) {
+        error = bindOver(source, target);
+    }
+    if (error) {
+        fail("cannot bind " + source + " to " + target, error);
     }
 }
 
 void coverDirectory(const std::string& directory, const KeepEntry& keep) {
-    const int old = open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (old < 0) {
-        fail("cannot open " + directory);
-    }
-    struct Closer {
-        int descriptor;
-        ~Closer() { close(descriptor); }
-    } closer{old};
-
+    const Descriptor old(open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     struct stat status {};
-    fstat(old, &status);
-    char options[32];
-    std::snprintf(options, sizeof options, "mode=%o", status.st_mode & 07777U);
-    if (mount("tmpfs", directory.c_str(), "tmpfs", MS_NOSUID, options) != 0) {
-        fail("cannot cover " + directory);
+    if (!old || fstat(old.get(), &status) != 0) {
+        throw std::system_error(lastError(), "cannot open " + directory);
     }
-    for (const std::string& name : namesIn(underneath(old, ""))) {
+    std::array<char, 32> options{};
+    std::snprintf(options.data(), options.size(), "mode=%o", status.st_mode & 07777U);
+    if (mount("tmpfs", directory.c_str(), "tmpfs", MS_NOSUID, options.data()) != 0) {
+        fail("cannot cover " + directory, lastError());
+    }
+    const std::string prefix = directory + "/";
+    for (const std::string& name : namesIn(underneath(old.get(), ""))) {
         if (keep(name)) {
-            bindBack(underneath(old, name), directory + "/" + name);
+            bindBack(underneath(old.get(), name), prefix + name);
         }
     }
 }

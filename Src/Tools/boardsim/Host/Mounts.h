@@ -21,14 +21,16 @@ void enterPrivateMounts(int alsoUnshare = 0);
 using KeepEntry = std::function<bool(std::string_view name)>;
 
 /// Covers `directory` with an empty, writable tmpfs of the same mode in which those old entries that `keep`
-/// chooses are bound back to their names. What is created in it later lives in memory only. Needs
-/// enterPrivateMounts() before.
-/// @throws std::system_error naming the path that could not be covered or bound.
+/// chooses are bound back to their names. Entries that the caller cannot examine or bind (another user's
+/// mount, say, or one whose server is dead) are left out. What is created in it later lives in memory only.
+/// Needs enterPrivateMounts() before.
+/// @throws std::runtime_error naming the path that could not be covered or bound and, where permission was
+/// refused, what to allow.
 void coverDirectory(const std::string& directory, const KeepEntry& keep);
 
 /// Makes `target` show `source`, a file or a directory of any kind. A missing target is created, empty,
 /// first.
-/// @throws std::system_error naming both paths.
+/// @throws std::runtime_error naming both paths and, where permission was refused, what to allow.
 void bindPath(const std::string& source, const std::string& target);
 
 /// Predicates for coverDirectory.

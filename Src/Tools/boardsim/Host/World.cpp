@@ -22,6 +22,19 @@ namespace fs = std::filesystem;
 
 constexpr mode_t kForEverybody = 0666;
 
+/// Everybody may look around on the board, however private the caller keeps new files; the program has the
+/// caller's mask again.
+class OpenMask {
+public:
+    OpenMask() = default;
+    OpenMask(const OpenMask&) = delete;
+    OpenMask& operator=(const OpenMask&) = delete;
+    ~OpenMask() { umask(callers_); }
+
+private:
+    mode_t callers_ = umask(022);
+};
+
 void makeParents(const std::string& path) {
     fs::create_directories(fs::path(path).parent_path());
 }
@@ -102,7 +115,10 @@ void makeActingFiles(const WorldPlan& plan, Descriptor device, ControlChannel& h
     const std::string options =
         "fd=" + std::to_string(device.get()) + ",rootmode=40000,user_id=0,group_id=0,allow_other";
     if (mount("boardsim", hidden.c_str(), "fuse", MS_NOSUID | MS_NODEV, options.c_str()) != 0) {
-        throw systemError("cannot mount a FUSE file system (is it allowed in user namespaces here?)");
+        throw std::runtime_error(
+            std::string("cannot mount a FUSE file system: ") + std::strerror(errno) +
+            ".\nUse Linux 4.18 or newer, which allows it in user namespaces, or run boardsim as root; in a "
+            "container, run it with --cap-add SYS_ADMIN --device /dev/fuse.");
     }
     host.send(ControlKind::FuseDevice, 0, {}, device.get());
     // Were it open in here too, the files would go on waiting for answers when boardsim is gone.
@@ -125,6 +141,7 @@ std::string actingName(std::size_t index) {
 }
 
 void makeWorld(const WorldPlan& plan, ControlChannel& host) {
+    const OpenMask mask;
     enterPrivateMounts(CLONE_NEWPID);
 
     Descriptor fuse;
