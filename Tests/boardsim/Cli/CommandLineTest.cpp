@@ -109,11 +109,22 @@ TEST_F(CommandLineTest, WrongUsageIsSaidOnStandardErrorWithStatusTwo) {
     expectUsageError({"run", "--scale", "x", "--no-font", "--", "prog"}, "--scale");
     expectUsageError({"run", "--timeout", "0", "--no-font", "--", "prog"}, "--timeout");
     expectUsageError({"run", "--timeout", "-1", "--no-font", "--", "prog"}, "--timeout");
+    expectUsageError({"run", "--timeout", "nan", "--no-font", "--", "prog"}, "--timeout");
+    expectUsageError({"run", "--timeout", "-NaN", "--no-font", "--", "prog"}, "--timeout");
+    expectUsageError({"run", "--timeout", "inf", "--no-font", "--", "prog"}, "--timeout");
     expectUsageError({"run", "--timeout", "soon", "--no-font", "--", "prog"}, "--timeout");
     expectUsageError({"run", "--screen", "blue", "--no-font", "--", "prog"}, "one-byte, failing, full");
     expectUsageError({"run", "--font", "/no/such/font.ttf", "--", "prog"}, "/no/such/font.ttf");
     expectUsageError({"run", "--font", "/", "--no-font", "--", "prog"}, "--font");
     expectUsageError({"run", "--frame"}, "--frame");
+}
+
+TEST_F(CommandLineTest, AnEmptyNameIsNoFile) {
+    for (const char* option : {"--frame", "--screenshot", "--log", "--trace", "--font"}) {
+        expectUsageError({"run", option, "", "--", "prog"}, option);
+        expectUsageError({"run", std::string(option) + "=", "--", "prog"}, option);
+    }
+    expectUsageError({"run", "--screen", "", "--no-font", "--", "prog"}, "one-byte, failing, full");
 }
 
 TEST_F(CommandLineTest, AnUnknownPartIsAnsweredWithTheKnownOnes) {

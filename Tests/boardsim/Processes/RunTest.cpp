@@ -272,6 +272,35 @@ TEST(RunTest, UsageErrorsHaveStatusTwoAndStartNothing) {
     EXPECT_FALSE(std::filesystem::exists(files.file("started")));
 }
 
+TEST(RunTest, APictureThatWouldOverwriteAnotherOutputIsRefused) {
+    const support::TemporaryDirectory files;
+    const std::string file = files.file("out");
+    for (const char* other : {"--screenshot", "--log", "--trace"}) {
+        std::string output;
+        EXPECT_EQ(2, processes::runToEnd(
+                         processes::onBoard({"--frame", file, other, file}, {"/bin/echo", "x"}), output));
+        EXPECT_THAT(output, StartsWith("boardsim: two outputs in one file: " + file + "\n"));
+    }
+    EXPECT_FALSE(std::filesystem::exists(file));
+}
+
+TEST(RunTest, LogAndTraceMayShareAFile) {
+    const support::TemporaryDirectory files;
+    const std::string file = files.file("both");
+    std::string output;
+    EXPECT_EQ(0, processes::runToEnd(
+                     processes::onBoard({"--log", file, "--trace", file},
+                                        {kClient, "log:a long first line", "led:1", "log:x", "draw:1"}),
+                     output));
+    std::ifstream both(file);
+    const std::string text{std::istreambuf_iterator<char>(both), std::istreambuf_iterator<char>()};
+    for (const char* line :
+         {"boardsim_test_client: a long first line\n", " fpga write 0x1000 32 0x00000001\n",
+          "boardsim_test_client: x\n", " screen frame 15360 bytes at 0\n"}) {
+        EXPECT_THAT(text, HasSubstr(line));
+    }
+}
+
 TEST(RunTest, ABoardRunsOnABoard) {
     const BoardRun run = board().run({BOARDSIM, "run", "--", kClient, "draw:1", "exit:5"});
     EXPECT_EQ(5, run.status) << run.err;

@@ -10,6 +10,7 @@
 #include <fstream>
 #include <iterator>
 
+#include "Tests/Support/TemporaryDirectory.h"
 #include "Tests/boardsim/Support/Process.h"
 #include "Tools/boardsim/Host/Mounts.h"
 
@@ -100,13 +101,30 @@ TEST_F(TeardownTest, AfterATimeOut) {
 class TeardownBySignal : public TeardownTest, public testing::WithParamInterface<int> {};
 
 TEST_P(TeardownBySignal, Sent) {
-    Process board(onBoard({}, untidyProgram("exec " CLIENT " hang:ready")));
+    // What comes out at the end: nothing of it may be there when there was no end.
+    const support::TemporaryDirectory outputs;
+    Process board(onBoard({"--frame", outputs.file("frame"), "--screenshot", outputs.file("panel.png")},
+                          untidyProgram("exec " CLIENT " hang:ready")));
     board.waitForOutput("child");
     board.waitForOutput("ready");
     board.signal(GetParam());
     EXPECT_EQ(128 + GetParam(), board.wait());
     // The pipe ends when the last process of the board is gone: after SIGKILL that may be a moment later.
     board.readToEnd();
+    const std::vector<std::string> all{"frame", "panel.png"};
+    EXPECT_EQ(GetParam() == SIGKILL ? std::vector<std::string>{} : all, namesIn(outputs.file("")));
+}
+
+TEST_F(TeardownTest, AfterBoardsimIsKilledBeforeAFrameWasSent) {
+    const support::TemporaryDirectory outputs;
+    Process board(onBoard({"--frame", outputs.file("frame"), "--screenshot", outputs.file("panel.png")},
+                          {CLIENT, "hang:ready"}));
+    board.waitForOutput("ready");
+    EXPECT_THAT(namesIn(outputs.file("")), IsEmpty());
+    board.signal(SIGKILL);
+    EXPECT_EQ(128 + SIGKILL, board.wait());
+    board.readToEnd();
+    EXPECT_THAT(namesIn(outputs.file("")), IsEmpty());
 }
 
 INSTANTIATE_TEST_SUITE_P(Signals, TeardownBySignal, testing::Values(SIGTERM, SIGINT, SIGKILL));

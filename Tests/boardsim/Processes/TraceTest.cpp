@@ -2,8 +2,12 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <filesystem>
+#include <fstream>
 
+#include "Tests/Support/TemporaryDirectory.h"
 #include "Tests/Support/VirtualBoard.h"
+#include "Tests/boardsim/Support/Process.h"
 
 namespace {
 
@@ -82,6 +86,20 @@ TEST(TraceTest, AStaticallyLinkedProgramIsRefusedAloud) {
     EXPECT_EQ(126, run.status);
     EXPECT_THAT(run.err, HasSubstr("statically linked"));
     EXPECT_EQ(0, board().run({STATIC_PROGRAM}).status);
+}
+
+TEST(TraceTest, ARefusedProgramLeavesFilesAsTheyWere) {
+    const support::TemporaryDirectory files;
+    std::ofstream(files.file("before")) << "kept";
+    std::string output;
+    EXPECT_EQ(126, processes::runToEnd(
+                       processes::onBoard({"--trace", files.file("trace"), "--log", files.file("before")},
+                                          {STATIC_PROGRAM}),
+                       output));
+    EXPECT_FALSE(std::filesystem::exists(files.file("trace")));
+    std::string kept;
+    std::ifstream(files.file("before")) >> kept;
+    EXPECT_EQ("kept", kept);
 }
 
 TEST(TraceTest, AMissingProgramIsJustMissing) {

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
+#include <cstdlib>
 #include <filesystem>
 #include <iostream>
 #include <memory>
@@ -20,7 +22,7 @@ constexpr std::size_t kLargestScale = 64;
 /// Option values that need a second look.
 struct RawOptions {
     std::string keys;
-    std::string screen;
+    std::optional<std::string> screen;
     std::string font;
     std::vector<std::string> without;
     bool noFont = false;
@@ -40,21 +42,35 @@ public:
     }
 };
 
+/// "nan" reads as a number and lies in every range.
+std::string isNumber(const std::string& seconds) {
+    return std::isnan(std::strtod(seconds.c_str(), nullptr)) ? "not a number" : "";
+}
+
+std::string emptyIsNoFile(const std::string& path) {
+    return path.empty() ? "the name of the file is empty" : "";
+}
+
 void declareOptions(CLI::App& run, RunOptions& options, RawOptions& raw) {
     run.formatter(std::make_shared<RunHelp>());
     run.add_option("--keys", raw.keys,
                    "an operator's script: left, right, red, cw, ccw, 2xright, left+cw, wait:MS");
-    run.add_option("--frame", options.frameFile, "file for the last whole frame, byte for byte");
-    run.add_option("--screenshot", options.screenshotFile, "PNG file for the panel as an operator sees it");
+    run.add_option("--frame", options.frameFile, "file for the last whole frame, byte for byte")
+        ->check(emptyIsNoFile);
+    run.add_option("--screenshot", options.screenshotFile, "PNG file for the panel as an operator sees it")
+        ->check(emptyIsNoFile);
     run.add_option("--scale", options.scale, "pixels of the PNG for one of the panel")
         ->check(CLI::Range(std::size_t{1}, kLargestScale));
     run.add_flag("--show", options.show, "show the panel in the terminal at the end");
-    run.add_option("--log", options.logFile, "file for the program's syslog lines, - for standard output");
+    run.add_option("--log", options.logFile, "file for the program's syslog lines, - for standard output")
+        ->check(emptyIsNoFile);
     run.add_option("--trace", options.traceFile,
-                   "file for every frame, state, seek and register access, - for standard output");
+                   "file for every frame, state, seek and register access, - for standard output")
+        ->check(emptyIsNoFile);
     run.add_option("--timeout", raw.timeoutSeconds, "end the program after so many seconds")
+        ->check(isNumber)
         ->check(CLI::Range(0.001, kLongestTimeoutSeconds));
-    CLI::Option* font = run.add_option("--font", raw.font, "font file of the board");
+    CLI::Option* font = run.add_option("--font", raw.font, "font file of the board")->check(emptyIsNoFile);
     run.add_flag("--no-font", raw.noFont, "no font in the board's font directory (as --without font)")
         ->excludes(font);
     run.add_option("--without", raw.without, "leave out a part, repeatable: " + allPartNames())
@@ -93,10 +109,10 @@ RunOptions checkedOptions(RunOptions options, const RawOptions& raw) {
         throw std::invalid_argument("no program: boardsim run [OPTIONS] -- PROGRAM [ARG...]");
     }
     options.keys = parseKeyScript(raw.keys);
-    if (!raw.screen.empty()) {
-        const std::optional<ScreenFault> fault = screenFaultNamed(raw.screen);
+    if (raw.screen) {
+        const std::optional<ScreenFault> fault = screenFaultNamed(*raw.screen);
         if (!fault) {
-            throw std::invalid_argument("--screen: no '" + raw.screen +
+            throw std::invalid_argument("--screen: no '" + *raw.screen +
                                         "'; there are one-byte, failing, full[:BYTES]");
         }
         options.screen = *fault;

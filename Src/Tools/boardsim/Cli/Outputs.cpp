@@ -1,6 +1,8 @@
 #include "Tools/boardsim/Cli/Outputs.h"
 
+#include <initializer_list>
 #include <iostream>
+#include <stdexcept>
 
 #include "Tools/boardsim/Operator/Picture.h"
 #include "Tools/boardsim/Operator/Png.h"
@@ -9,8 +11,21 @@
 namespace boardsim {
 namespace {
 
-std::unique_ptr<OutputFile> openIfAskedFor(const std::string& path) {
-    return path.empty() ? nullptr : std::make_unique<OutputFile>(path);
+std::optional<OutputFile> openIfAskedFor(const std::string& path) {
+    if (path.empty()) {
+        return std::nullopt;
+    }
+    return OutputFile(path);
+}
+
+/// A picture is written at the end and takes its file for itself.
+void refuseToOverwrite(const std::optional<OutputFile>& picture, const std::string& path,
+                       std::initializer_list<const std::optional<OutputFile>*> others) {
+    for (const std::optional<OutputFile>* other : others) {
+        if (picture && *other && picture->wouldOverwrite(**other)) {
+            throw std::invalid_argument("two outputs in one file: " + path);
+        }
+    }
 }
 
 void sayNothingWasShown(const RunOptions& options) {
@@ -31,14 +46,19 @@ Outputs::Outputs(const RunOptions& options)
       screenshot(openIfAskedFor(options.screenshotFile)),
       log(openIfAskedFor(options.logFile)),
       trace(openIfAskedFor(options.traceFile)) {
-    for (OutputFile* growing : {log.get(), trace.get()}) {
-        if (growing != nullptr) {
-            growing->startEmpty();
+    refuseToOverwrite(frame, options.frameFile, {&screenshot, &log, &trace});
+    refuseToOverwrite(screenshot, options.screenshotFile, {&log, &trace});
+}
+
+void Outputs::start() {
+    for (std::optional<OutputFile>* growing : {&log, &trace}) {
+        if (*growing) {
+            (*growing)->startEmpty();
         }
     }
 }
 
-void Outputs::writePicture(const PanelScreen& screen, const RunOptions& options) const {
+void Outputs::writePicture(const PanelScreen& screen, const RunOptions& options) {
     if (screen.frame().empty()) {
         sayNothingWasShown(options);
         return;

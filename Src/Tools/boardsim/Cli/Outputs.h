@@ -1,6 +1,6 @@
 #pragma once
 
-#include <memory>
+#include <optional>
 
 #include "Tools/boardsim/Cli/RunOptions.h"
 #include "Tools/boardsim/Host/OutputFile.h"
@@ -8,20 +8,26 @@
 
 namespace boardsim {
 
-/// The files that a run was asked for, open from before the program starts; null for those not asked for.
+/// The files that a run was asked for; nothing for those not asked for.
 struct Outputs {
-    /// @throws std::system_error naming the first path that cannot be opened.
+    /// Looks whether all can be written, and changes none.
+    /// @throws std::system_error naming the first path that cannot be written.
+    /// @throws std::invalid_argument when a picture would overwrite another output.
     explicit Outputs(const RunOptions& options);
+
+    /// Makes the files that grow while the program runs.
+    /// @throws std::system_error naming the first path that cannot be written.
+    void start();
 
     /// Writes what is known of the picture when the program has ended: frame, screenshot and terminal view.
     /// Says so on standard error when there never was one.
     /// @throws std::exception when a file cannot be written.
-    void writePicture(const PanelScreen& screen, const RunOptions& options) const;
+    void writePicture(const PanelScreen& screen, const RunOptions& options);
 
-    std::unique_ptr<OutputFile> frame;
-    std::unique_ptr<OutputFile> screenshot;
-    std::unique_ptr<OutputFile> log;
-    std::unique_ptr<OutputFile> trace;
+    std::optional<OutputFile> frame;
+    std::optional<OutputFile> screenshot;
+    std::optional<OutputFile> log;
+    std::optional<OutputFile> trace;
 };
 
 }  // namespace boardsim

@@ -2,6 +2,7 @@
 
 #include <exception>
 #include <iostream>
+#include <utility>
 
 #include "Tools/boardsim/Board/BoardWorld.h"
 #include "Tools/boardsim/Cli/BoardSession.h"
@@ -35,16 +36,10 @@ int addTrap(ProgramStart& start, const std::string& socket) {
     return kSuccess;
 }
 
-int runSession(const RunOptions& options, Outputs& outputs) {
+int runSession(const RunOptions& options, const BoardDescription& board, const WorldPlan& plan,
+               ProgramStart start, Outputs& outputs) {
     SignalWatch signals;
-    const BoardDescription& board = orcaBoard();
-    const WorldPlan plan = planWorld(board, options.missing, options.font, !options.traceFile.empty());
-    ProgramStart start{options.program, {}, signals.maskBefore()};
-    if (outputs.trace) {
-        if (const int refused = addTrap(start, plan.trapSocket); refused != kSuccess) {
-            return refused;
-        }
-    }
+    start.signalMask = signals.maskBefore();
     BoardSession session(options, board, plan, start, outputs, signals);
     const int status = session.run();
     if (session.keyStepsLeft() > 0) {
@@ -60,8 +55,17 @@ int runSession(const RunOptions& options, Outputs& outputs) {
 int runProgramOnBoard(const RunOptions& options) {
     try {
         Outputs outputs(options);
+        const BoardDescription& board = orcaBoard();
+        const WorldPlan plan = planWorld(board, options.missing, options.font, !options.traceFile.empty());
+        ProgramStart start{options.program};
+        if (outputs.trace) {
+            if (const int refused = addTrap(start, plan.trapSocket); refused != kSuccess) {
+                return refused;
+            }
+        }
+        outputs.start();
         try {
-            return runSession(options, outputs);
+            return runSession(options, board, plan, std::move(start), outputs);
         } catch (const std::exception& failure) {
             return complain(failure.what(), kBoardFailed);
         }

@@ -42,7 +42,7 @@ std::uintptr_t Execution::address(const Operand& operand) const noexcept {
         result += registers_.get(static_cast<std::uint8_t>(operand.base));
     }
     if (operand.index != Operand::kNoRegister) {
-        result += registers_.get(static_cast<unsigned>(operand.index)) * operand.scale;
+        result += registers_.get(static_cast<std::uint8_t>(operand.index)) * operand.scale;
     }
     return result;
 }
