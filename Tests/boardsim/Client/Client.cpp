@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <csignal>
 #include <cstdint>
 #include <cstdio>
@@ -76,6 +77,26 @@ void await(const std::string& changes) {
     }
 }
 
+/// Polls the counters for so many milliseconds.
+void pollFor(const std::string& milliseconds) {
+    using Clock = std::chrono::steady_clock;
+    const Clock::time_point end = Clock::now() + std::chrono::milliseconds(number(milliseconds));
+    while (Clock::now() < end) {
+        static_cast<void>(registers()[kPanelCounters]);
+    }
+}
+
+/// Prints the counters when they are no longer what they were when they were printed last, at first 0.
+void awaitChange(const std::string&) {
+    static std::uint32_t last = 0;
+    std::uint32_t now = last;
+    while (now == last) {
+        now = registers()[kPanelCounters];
+    }
+    last = now;
+    std::printf("0x%08x\n", now);
+}
+
 void sayAndHang(const std::string& text) {
     std::puts(text.c_str());
     std::fflush(stdout);
@@ -116,6 +137,8 @@ const std::map<std::string, std::function<void(const std::string&)>> kWords{
              static_cast<void>(registers()[kPanelCounters]);
          }
      }},
+    {"poll-ms", pollFor},
+    {"change", awaitChange},
     {"led",
      [](const std::string& value) { registers()[kPanelLed] = static_cast<std::uint32_t>(number(value)); }},
     {"spoil",

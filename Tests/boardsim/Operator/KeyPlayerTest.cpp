@@ -50,16 +50,34 @@ TEST_F(KeyPlayerTest, AScreenThatFailsLaterChangesNothing) {
     EXPECT_EQ("right", play());
 }
 
-TEST_F(KeyPlayerTest, DoesNothingBeforeTheFirstPictureAndState) {
+TEST_F(KeyPlayerTest, DoesNothingBeforeTheFirstPicture) {
     load("left");
     pass(10'000);
     EXPECT_FALSE(player.due());
     EXPECT_EQ("", play());
-    player.frameSeen(now);
-    pass(10'000);
-    EXPECT_EQ("", play());
     player.stateSeen(now);
-    pass(20);
+    pass(10'000);
+    EXPECT_FALSE(player.due());
+    EXPECT_EQ("", play());
+}
+
+TEST_F(KeyPlayerTest, BeginsHalfASecondAfterAPictureWithoutAState) {
+    load("left");
+    player.frameSeen(now);
+    pass(499);
+    EXPECT_EQ("", play());
+    pass(1);
+    EXPECT_EQ("left", play());
+}
+
+TEST_F(KeyPlayerTest, AStateAfterTheFirstPictureLetsTheOperatorBeginAtOnce) {
+    load("left");
+    player.frameSeen(now);
+    pass(100);
+    player.stateSeen(now);
+    pass(19);
+    EXPECT_EQ("", play());
+    pass(1);
     EXPECT_EQ("left", play());
 }
 
@@ -67,8 +85,23 @@ TEST_F(KeyPlayerTest, AStateBeforeTheFirstPictureDoesNotCount) {
     load("left");
     player.stateSeen(now);
     player.frameSeen(now);
-    pass(10'000);
-    EXPECT_FALSE(player.due());
+    pass(499);
+    EXPECT_EQ("", play());
+    pass(1);
+    EXPECT_EQ("left", play());
+}
+
+TEST_F(KeyPlayerTest, FurtherPicturesWithoutAStateDoNotPutOffTheBeginning) {
+    load("left right");
+    for (int i = 0; i < 10; ++i) {
+        player.frameSeen(now);
+        EXPECT_EQ("", play());
+        pass(50);
+    }
+    EXPECT_EQ("left", play());
+    player.frameSeen(now);
+    pass(20);
+    EXPECT_EQ("right", play());
 }
 
 TEST_F(KeyPlayerTest, WaitsUntilTheScreenHasBeenQuietForTwentyMilliseconds) {
@@ -114,17 +147,40 @@ TEST_F(KeyPlayerTest, AStateAloneIsAnAnswer) {
     EXPECT_EQ("right", play());
 }
 
-TEST_F(KeyPlayerTest, APictureWithoutItsStateIsNoAnswerYet) {
+TEST_F(KeyPlayerTest, APictureAloneIsAnAnswer) {
     load("left right");
     draw();
     pass(20);
     EXPECT_EQ("left", play());
     player.frameSeen(now);
-    pass(100);
+    pass(19);
     EXPECT_EQ("", play());
-    player.stateSeen(now);
-    pass(20);
+    pass(1);
     EXPECT_EQ("right", play());
+}
+
+TEST_F(KeyPlayerTest, AStateSoonAfterAPictureKeepsTheOperatorWaiting) {
+    load("left right");
+    draw();
+    pass(20);
+    EXPECT_EQ("left", play());
+    player.frameSeen(now);
+    pass(19);
+    player.stateSeen(now);
+    pass(19);
+    EXPECT_EQ("", play());
+    pass(1);
+    EXPECT_EQ("right", play());
+}
+
+TEST_F(KeyPlayerTest, WhatCameBeforeAStepDoesNotAnswerIt) {
+    load("left right");
+    draw();
+    pass(20);
+    EXPECT_EQ("left", play());
+    pass(20);
+    EXPECT_EQ("", play());
+    EXPECT_EQ(now + milliseconds(480), *player.due());
 }
 
 TEST_F(KeyPlayerTest, AProgramThatDoesNotAnswerIsGivenHalfASecond) {

@@ -27,10 +27,17 @@ TEST(KeysTest, StrokesOfOneMomentArriveTogether) {
 }
 
 TEST(KeysTest, NoKeyIsPressedBeforeTheProgramHasDrawn) {
-    // 100,000 polls take longer than an operator's 20 ms of patience.
+    // Longer than an operator's half second of patience.
     const BoardRun run = board().keys("left").run(
-        {kClient, "spin:100000", "counters", "state:1", "spin:100000", "counters", "await:1"});
+        {kClient, "poll-ms:700", "counters", "state:1", "poll-ms:700", "counters", "await:1"});
     EXPECT_EQ("0x00000000\n0x00000000\n0x00000001\n", run.out);
+}
+
+TEST(KeysTest, AProgramThatDrawsButNeverSendsAStateGetsItsKeys) {
+    const BoardRun run =
+        board().keys("left right").run({kClient, "draw:1", "change", "draw:2", "change", "draw:3"});
+    EXPECT_EQ("0x00000001\n0x00000011\n", run.out);
+    EXPECT_EQ("", run.err);
 }
 
 TEST(KeysTest, AScreenThatIsMissingOrFailingIsNotWaitedFor) {

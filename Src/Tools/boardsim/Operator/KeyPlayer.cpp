@@ -6,12 +6,13 @@ namespace boardsim {
 
 void KeyPlayer::frameSeen(Clock::time_point now) {
     frameSeen_ = true;
-    lastFrame_ = ++order_;
+    answered_ = true;
     screenTime_ = now;
+    begin(now + kPatience);
 }
 
 void KeyPlayer::stateSeen(Clock::time_point now) {
-    lastState_ = ++order_;
+    answered_ = true;
     screenTime_ = now;
     if (frameSeen_) {
         begin(now);
@@ -22,10 +23,11 @@ void KeyPlayer::screenUseless(Clock::time_point now) {
     begin(now);
 }
 
-void KeyPlayer::begin(Clock::time_point now) {
-    if (!ready_) {
+void KeyPlayer::begin(Clock::time_point when) {
+    const bool isSooner = next_ == 0 && when < stepTime_;
+    if (!ready_ || isSooner) {
         ready_ = true;
-        stepTime_ = now;
+        stepTime_ = when;
     }
 }
 
@@ -37,7 +39,7 @@ std::optional<KeyPlayer::Clock::time_point> KeyPlayer::due() const {
     if (step.strokes.empty()) {
         return stepTime_ + step.pause;
     }
-    if (answered()) {
+    if (answered_) {
         return std::max(screenTime_ + kQuiet, stepTime_);
     }
     return std::max(screenTime_, stepTime_) + kPatience;
@@ -51,7 +53,7 @@ const KeyStep* KeyPlayer::play(Clock::time_point now) {
     const KeyStep& step = steps_[next_++];
     stepTime_ = now;
     if (!step.strokes.empty()) {
-        lastStep_ = ++order_;
+        answered_ = false;
     }
     return &step;
 }

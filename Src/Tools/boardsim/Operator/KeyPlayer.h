@@ -9,11 +9,11 @@
 
 namespace boardsim {
 
-/// An operator who follows a script as a patient person does: begins when the panel shows a first picture and
-/// a state came after it, and takes each further step only when the program has answered the one before with
-/// a new state and the screen has been quiet for 20 ms since. A program that does not answer gets 500 ms
-/// before the operator goes on. On a panel that shows nothing the operator begins after 500 ms. Pauses count
-/// from the step before them.
+/// An operator who follows a script as a patient person does: begins when the panel has got a first picture
+/// and a state after it, or 500 ms after a first picture without a state, and takes each step only when the
+/// program has answered the one before, with a picture or a state, and the screen has been quiet for 20 ms
+/// since. A program that does not answer gets 500 ms before the operator goes on. On a panel that shows
+/// nothing the operator begins after 500 ms. Pauses count from the step before them.
 ///
 /// Knows no clock: every call says what time it is. Not thread-safe.
 class KeyPlayer {
@@ -43,20 +43,15 @@ public:
     std::size_t remaining() const { return steps_.size() - next_; }
 
 private:
-    void begin(Clock::time_point now);
-    bool answered() const { return lastState_ > lastFrame_ && lastState_ > lastStep_; }
+    void begin(Clock::time_point when);
 
     std::vector<KeyStep> steps_;
     std::size_t next_ = 0;
     bool frameSeen_ = false;
-    bool ready_ = false;  ///< the operator has begun
-    // Numbers that order what happened, and the times when it did.
-    unsigned long order_ = 0;
-    unsigned long lastFrame_ = 0;
-    unsigned long lastState_ = 0;
-    unsigned long lastStep_ = 0;
+    bool ready_ = false;     ///< it is known when the operator begins
+    bool answered_ = false;  ///< something came to the screen since the last step
     Clock::time_point screenTime_{};
-    Clock::time_point stepTime_{};
+    Clock::time_point stepTime_{};  ///< of the last step; before the first: when the operator begins
 };
 
 }  // namespace boardsim
