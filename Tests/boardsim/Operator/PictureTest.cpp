@@ -44,4 +44,16 @@ TEST(PictureTest, EnlargingRepeatsPixelsBothWays) {
     EXPECT_EQ(small.rgb, enlarge(small, 1).rgb);
 }
 
+TEST(PictureTest, ShrunkEveryPixelIsTheAverageOfASquare) {
+    const boardsim::Picture picture{3, 3, {10, 0, 0, 20, 0, 0, 7, 8, 9,  //
+                                           30, 0, 4, 40, 0, 4, 9, 8, 7,  //
+                                           1,  2, 3, 3,  4, 5, 6, 7, 255}};
+    const boardsim::Picture small = boardsim::shrink(picture, 2);
+    EXPECT_EQ(2U, small.width);
+    EXPECT_EQ(2U, small.height);
+    EXPECT_EQ((std::vector<std::uint8_t>{25, 0, 2, 8, 8, 8, 2, 3, 4, 6, 7, 255}), small.rgb);
+    EXPECT_EQ(picture.rgb, boardsim::shrink(picture, 1).rgb);
+    EXPECT_EQ(1U, boardsim::shrink(picture, 100).rgb.size() / 3);
+}
+
 }  // namespace

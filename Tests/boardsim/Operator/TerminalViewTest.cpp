@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace {
 
 using boardsim::Picture;
@@ -18,12 +20,39 @@ Picture drawn(const std::vector<std::string>& rows) {
     return picture;
 }
 
+std::vector<std::uint8_t> white(std::size_t width, std::size_t height) {
+    return std::vector<std::uint8_t>(3 * width * height, 255);
+}
+
 TEST(TerminalViewTest, OneCharacterShowsTwoPixelsAboveEachOther) {
     EXPECT_EQ("█▀▄ \n ▄▀█\n", plainBlocks(drawn({"##..", "#.#.", "..##", ".#.#"})));
 }
 
 TEST(TerminalViewTest, AnOddLastRowHasDarknessBelow) {
     EXPECT_EQ("▀ \n", plainBlocks(drawn({"#."})));
+}
+
+TEST(TerminalViewTest, APictureThatIsTooWideGetsTwoByTwoPixelsInACharacter) {
+    EXPECT_EQ(
+        " ▘▝▀▖▌▞▛▗▚▐▜▄▙▟█\n",
+        plainBlocks(drawn({"..#..###..#..###..#..###..#..###", "........#.#.#.#..#.#.#.#########"}), 16));
+}
+
+TEST(TerminalViewTest, APictureIsOnlyMadeNarrowerWhenItMustBe) {
+    const Picture picture = drawn({"#.#", "#.."});
+    EXPECT_EQ("█ ▀\n", plainBlocks(picture, 3));
+    EXPECT_EQ("▌▘\n", plainBlocks(picture, 2));
+}
+
+TEST(TerminalViewTest, APictureThatStillIsTooWideIsShrunk) {
+    const Picture picture = drawn({"##....##", "##....##", "..##..##", "..##..##"});
+    EXPECT_EQ("▚▐\n", plainBlocks(picture, 2));
+    for (std::size_t columns = 1; columns <= 200; ++columns) {
+        const std::string text = plainBlocks(Picture{160, 48, white(160, 48)}, columns);
+        const std::size_t width = text.find('\n') / std::string("█").size();
+        EXPECT_LE(width, columns);
+        EXPECT_GT(2 * width + 2, std::min<std::size_t>(columns, 160)) << "uses the room there is";
+    }
 }
 
 TEST(TerminalViewTest, APixelIsSetWhenItIsBrighterThanHalf) {

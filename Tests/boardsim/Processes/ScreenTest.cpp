@@ -1,6 +1,7 @@
 // The screen file as programs see it, and the pictures that come out.
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 
@@ -131,9 +132,10 @@ TEST_F(PictureOutput, ShownWithoutATerminalItIsPlainBlocks) {
 }
 
 /// Runs on a pseudo terminal, as script(1) makes one.
-std::string onTerminal(const std::string& environment) {
+std::string onTerminal(const std::string& environment, int columns = 80) {
     std::string text;
-    const std::string command = environment + " script -qec '" BOARDSIM " run --show -- " + kClient +
+    const std::string command = environment + " script -qec 'stty cols " + std::to_string(columns) +
+                                "; exec " BOARDSIM " run --show -- " + kClient +
                                 " draw:0xFF' /dev/null < /dev/null";
     FILE* output = popen(command.c_str(), "r");
     for (int c = fgetc(output); c != EOF; c = fgetc(output)) {
@@ -153,6 +155,25 @@ TEST_F(PictureOutput, ATerminalThatWantsNoColourGetsPlainBlocks) {
         const std::string text = onTerminal(environment);
         EXPECT_THAT(text, HasSubstr("█")) << environment;
         EXPECT_EQ(std::string::npos, text.find('\x1b')) << environment;
+    }
+}
+
+TEST_F(PictureOutput, PlainBlocksFitTheTerminal) {
+    struct Fit {
+        int columns;
+        std::size_t width;
+        std::ptrdiff_t height;
+    };
+    // Full size, two pixels a column, and a third of that.
+    for (const Fit& fit :
+         {Fit{200, 160, 24}, Fit{160, 160, 24}, Fit{159, 80, 24}, Fit{80, 80, 24}, Fit{30, 27, 8}}) {
+        const std::string text = onTerminal("NO_COLOR=1 TERM=xterm-256color", fit.columns);
+        std::string row;
+        for (std::size_t i = 0; i < fit.width; ++i) {
+            row += "█";
+        }
+        EXPECT_THAT(text, testing::StartsWith(row + "\r\n")) << fit.columns;
+        EXPECT_EQ(fit.height, std::count(text.begin(), text.end(), '\n')) << fit.columns;
     }
 }
 

@@ -1,6 +1,7 @@
 #include "Tools/boardsim/Operator/Picture.h"
 
 #include <algorithm>
+#include <array>
 
 namespace boardsim {
 namespace {
@@ -11,6 +12,27 @@ std::uint8_t widen5(unsigned value) {
 
 std::uint8_t widen6(unsigned value) {
     return static_cast<std::uint8_t>(value << 2 | value >> 4);
+}
+
+struct Span {
+    std::size_t first;
+    std::size_t end;
+};
+
+void appendAverage(std::vector<std::uint8_t>& rgb, const Picture& picture, Span columns, Span rows) {
+    std::array<std::size_t, 3> sums{};
+    for (std::size_t y = rows.first; y < rows.end; ++y) {
+        for (std::size_t x = columns.first; x < columns.end; ++x) {
+            const std::uint8_t* pixel = picture.at(x, y);
+            for (std::size_t colour = 0; colour < sums.size(); ++colour) {
+                sums[colour] += pixel[colour];
+            }
+        }
+    }
+    const std::size_t count = (columns.end - columns.first) * (rows.end - rows.first);
+    for (const std::size_t sum : sums) {
+        rgb.push_back(static_cast<std::uint8_t>(sum / count));
+    }
 }
 
 }  // namespace
@@ -39,6 +61,18 @@ Picture enlarge(const Picture& picture, std::size_t scale) {
         }
     }
     return large;
+}
+
+Picture shrink(const Picture& picture, std::size_t factor) {
+    Picture small{(picture.width + factor - 1) / factor, (picture.height + factor - 1) / factor};
+    small.rgb.reserve(3 * small.width * small.height);
+    for (std::size_t y = 0; y < picture.height; y += factor) {
+        for (std::size_t x = 0; x < picture.width; x += factor) {
+            appendAverage(small.rgb, picture, {x, std::min(x + factor, picture.width)},
+                          {y, std::min(y + factor, picture.height)});
+        }
+    }
+    return small;
 }
 
 }  // namespace boardsim

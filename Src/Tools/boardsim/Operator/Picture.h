@@ -27,4 +27,8 @@ Picture seenByOperator(std::span<const std::byte> frame, const PanelGeometry& ge
 /// The picture with every pixel repeated `scale` times in both directions. `scale` is at least 1.
 Picture enlarge(const Picture& picture, std::size_t scale);
 
+/// The picture with every `factor` times `factor` pixels averaged to one; at the right and at the bottom
+/// there may be fewer to average. `factor` is at least 1.
+Picture shrink(const Picture& picture, std::size_t factor);
+
 }  // namespace boardsim

@@ -17,11 +17,32 @@ constexpr int kUsualColumns = 80;
 
 /// Luma of ITU-R BT.601, in thousandths of 0 to 255.
 bool isBright(const Picture& picture, std::size_t x, std::size_t y) {
-    if (y >= picture.height) {
+    if (x >= picture.width || y >= picture.height) {
         return false;
     }
     const std::uint8_t* pixel = picture.at(x, y);
     return 299 * pixel[0] + 587 * pixel[1] + 114 * pixel[2] > 127'500;
+}
+
+/// By which quarters are set: upper left 1, upper right 2, lower left 4, lower right 8.
+constexpr std::array<std::string_view, 16> kQuadrants{" ", "▘", "▝", "▀", "▖", "▌", "▞", "▛",
+                                                      "▗", "▚", "▐", "▜", "▄", "▙", "▟", "█"};
+
+/// Two rows of pixels become one of characters, each `cellWidth` pixels wide: 1 or 2.
+std::string blocks(const Picture& picture, std::size_t cellWidth) {
+    std::string text;
+    for (std::size_t y = 0; y < picture.height; y += 2) {
+        for (std::size_t x = 0; x < picture.width; x += cellWidth) {
+            const std::size_t right = x + cellWidth - 1;
+            std::size_t set = isBright(picture, x, y) ? 1 : 0;
+            set += isBright(picture, right, y) ? 2 : 0;
+            set += isBright(picture, x, y + 1) ? 4 : 0;
+            set += isBright(picture, right, y + 1) ? 8 : 0;
+            text += kQuadrants[set];
+        }
+        text += '\n';
+    }
+    return text;
 }
 
 std::string_view environment(const char* name) {
@@ -87,18 +108,20 @@ Mode bestWay(const Ways& ways, ChafaTermInfo* terminal, Mode otherwise) {
 
 }  // namespace
 
-std::string plainBlocks(const Picture& picture) {
-    constexpr std::array<std::string_view, 4> kBlocks{" ", "▀", "▄", "█"};
-    std::string text;
-    for (std::size_t y = 0; y < picture.height; y += 2) {
-        for (std::size_t x = 0; x < picture.width; ++x) {
-            const std::size_t upper = isBright(picture, x, y) ? 1 : 0;
-            const std::size_t lower = isBright(picture, x, y + 1) ? 2 : 0;
-            text += kBlocks[upper + lower];
-        }
-        text += '\n';
+std::string plainBlocks(const Picture& picture, std::size_t columns) {
+    if (picture.width <= columns) {
+        return blocks(picture, 1);
     }
-    return text;
+    const std::size_t cells = (picture.width + 1) / 2;
+    if (cells <= columns) {
+        return blocks(picture, 2);
+    }
+    return blocks(shrink(picture, (cells + columns - 1) / columns), 2);
+}
+
+std::size_t plainColumns() {
+    return isatty(STDOUT_FILENO) != 0 ? static_cast<std::size_t>(terminalColumns())
+                                      : std::numeric_limits<std::size_t>::max();
 }
 
 std::string forTerminal(const Picture& picture) {
