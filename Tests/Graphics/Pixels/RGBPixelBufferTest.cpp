@@ -121,7 +121,7 @@ TEST_F(RGBPixelBufferTest, FillWritesNothingWhenWidthOrHeightIsZeroOrNegative) {
 
 TEST_F(RGBPixelBufferTest, FillStaysInsideWhateverItIsAsked) {
     const int odd[] = {INT_MIN, INT_MIN + 1, -kWidth - 5, -kWidth, -1, 0, 1, 5, kWidth, 300, 406, INT_MAX};
-    static constexpr int64_t count = kWidth * kHeight;
+    static constexpr int64_t count = int64_t{kWidth} * kHeight;
     // Rows are drawn as long as they begin inside, and end where the buffer does.
     const auto expectedOf = [](int start, int gap, int w, int h) {
         PlainFrame frame(kWidth, kHeight);
@@ -170,7 +170,7 @@ TEST_F(RGBPixelBufferTest, PixelsOutsideAreIgnoredAndReadAsZero) {
 }
 
 TEST_F(RGBPixelBufferTest, BlendingMasksMatchesThePlainLoopOverAllAlphas) {
-    std::vector<uint8_t> levels(64 * 16);
+    std::vector<uint8_t> levels(size_t{64} * 16);
     for (unsigned alpha = 0; alpha <= 255; ++alpha) {
         randomise(alpha % 2 == 0 ? 128 : 255);
         PlainFrame expected(kWidth, kHeight, buffer);
@@ -199,7 +199,7 @@ TEST_F(RGBPixelBufferTest, BlendingMasksMatchesThePlainLoopOverAllAlphas) {
 
 TEST_F(RGBPixelBufferTest, BlendingReadsNoFurtherThanTheMaskAllows) {
     // The exact size, on the heap, so that a sanitizer sees any byte more.
-    const std::vector<uint8_t> levels(9 * 3, 255);
+    const std::vector<uint8_t> levels(size_t{9} * 3, 255);
     buffer.blendMask(0, kWidth - 9,
                      {.data = levels.data(), .pitch = 9, .readable = 9, .width = 9, .height = 3}, 0x80ffffff);
     EXPECT_EQ(128, buffer.alpha()[2 * kWidth + 8]);

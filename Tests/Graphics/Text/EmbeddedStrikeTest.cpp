@@ -71,7 +71,7 @@ TEST_F(EmbeddedStrikeTest, TheLevelsOfTwoBitPixelsAreStretchedToTheWholeRange) {
     load(bdfFont(2, "SWIDTH 500 0\nDWIDTH 4 0\nBBX 4 1 0 0\nBITMAP\n1B\n"));  // 0, 1, 2, 3
     bitmap.setPosition(0, 0);
     face.Render("A", bitmap, kWhite, 1000, 0);
-    const uint8_t* row = bitmap.getBuffer().alpha() + 3 * 20;
+    const uint8_t* row = bitmap.getBuffer().alpha() + ptrdiff_t{3} * 20;
     EXPECT_EQ(0, row[0]);
     EXPECT_EQ(128 * 86 / 256, row[1]);
     EXPECT_EQ(128 * 171 / 256, row[2]);

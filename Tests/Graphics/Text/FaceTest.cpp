@@ -291,7 +291,7 @@ TEST_F(FaceTest, ALineThatFillsMoreThanHalfTheBoxStaysOneLine) {
 TEST_F(FaceTest, BoxesThatMakeNoSenseAreFitted) {
     const std::string longText(3000, 'W');
     plain.setPoints(10);
-    const int64_t probe = 3000 * plain.unitsWide("W");
+    const int64_t probe = int64_t{3000} * plain.unitsWide("W");
     errorsOf([&] {
         for (const int64_t width : {INT_MIN, -1, 0, 1, 10000}) {
             for (const int64_t height : {INT_MIN, -1, 0, 1, 1000}) {
@@ -313,8 +313,9 @@ TEST_F(FaceTest, BoxesThatMakeNoSenseAreFitted) {
                     EXPECT_EQ(line.height, lines.height);
                     continue;
                 }
-                const auto wraps = static_cast<double>(height * probe / (width * 640));
-                const int64_t smaller = height / (static_cast<int64_t>(std::sqrt(wraps)) + 1);
+                const int64_t wraps = height * probe / (width * 640);
+                const int64_t smaller =
+                    height / (static_cast<int64_t>(std::sqrt(static_cast<double>(wraps))) + 1);
                 EXPECT_EQ(smaller, face.size());
                 EXPECT_EQ(width, lines.width);
                 EXPECT_EQ(smaller * (smaller * probe / (width * 640) + 1), lines.height);

@@ -16,14 +16,17 @@ using TextRender::GlyphCache;
 namespace {
 
 class GlyphCacheTest : public testing::Test {
-protected:
+public:
     GlyphCacheTest() {
         EXPECT_EQ(0, FT_Init_FreeType(&library));
         EXPECT_EQ(0, FT_New_Face(library, kTestFont, 0, &face));
         EXPECT_EQ(0, FT_Set_Pixel_Sizes(face, 0, 20));
     }
     ~GlyphCacheTest() override { FT_Done_FreeType(library); }
+    GlyphCacheTest(const GlyphCacheTest&) = delete;
+    GlyphCacheTest& operator=(const GlyphCacheTest&) = delete;
 
+protected:
     int64_t measure(char code) {
         return cache.advance(face, static_cast<uint8_t>(code), GlyphCache::Purpose::Drawing);
     }
@@ -40,7 +43,7 @@ TEST_F(GlyphCacheTest, GivesWhatFreeTypeRenders) {
     const Glyph* glyph = cache.glyph(face, 'g');
     ASSERT_NE(nullptr, glyph);
     ASSERT_EQ(0, FT_Load_Char(face, 'g', FT_LOAD_RENDER));
-    const FT_GlyphSlot slot = face->glyph;
+    const FT_GlyphSlotRec* slot = face->glyph;
     EXPECT_EQ(slot->bitmap_left, glyph->left);
     EXPECT_EQ(slot->bitmap_top, glyph->top);
     EXPECT_EQ(slot->advance.x, glyph->advanceX);

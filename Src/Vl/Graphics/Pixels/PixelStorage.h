@@ -33,7 +33,10 @@ protected:
     /// An array of `count` zero values; null for none.
     template <typename Value>
     static std::unique_ptr<Value[]> zeroes(int count) {
-        return count > 0 ? std::make_unique<Value[]>(static_cast<size_t>(count)) : nullptr;
+        if (count == 0) {
+            return nullptr;
+        }
+        return std::make_unique<Value[]>(static_cast<size_t>(count));
     }
 
     /// Replaces the array by one of `count` words. Whoever keeps more than one array makes them all before

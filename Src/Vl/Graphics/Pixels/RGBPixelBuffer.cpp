@@ -79,8 +79,9 @@ rgba RGBPixelBuffer::getPixel(int index) const {
 void RGBPixelBuffer::resize(int width, int height) {
     const int wanted = countOf(width, height);
     auto colours = zeroes<uint16_t>(wanted);
-    alpha_ = zeroes<uint8_t>(wanted);
+    auto coverage = zeroes<uint8_t>(wanted);
     adopt(std::move(colours), wanted);
+    alpha_ = std::move(coverage);
 }
 
 void RGBPixelBuffer::fillRect(int start, int gap, int width, int height, rgba colour) {
