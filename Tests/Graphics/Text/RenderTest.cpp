@@ -116,8 +116,8 @@ TEST(RenderTest, ADamagedGlyphIsSaidAndTheRestIsDrawn) {
 }
 
 TEST(RenderDeathTest, AFailingLibraryIsSaidAndRefused) {
-    // In a process of its own, because the library is made once and stays.
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    // In a process of its own, because the library is made once and stays; no test has made it yet, since
+    // GoogleTest runs those named so first.
     const auto tryBoth = [] {
         libraryFaults.initFreeType = true;
         Face face;
