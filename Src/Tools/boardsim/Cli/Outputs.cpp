@@ -74,7 +74,8 @@ void Outputs::writePicture(const PanelScreen& screen, const RunOptions& options)
         screenshot->write(encodePng(enlarge(picture, options.scale)));
     }
     if (options.show) {
-        OutputFile("-").write(terminalShowsColour() ? forTerminal(picture) : plainBlocks(picture, plainColumns()));
+        OutputFile("-").write(terminalShowsColour() ? forTerminal(picture)
+                                                    : plainBlocks(picture, plainColumns()));
     }
 }
 
