@@ -10,6 +10,7 @@
 
 #include "Tests/Support/TemporaryDirectory.h"
 #include "Tests/Support/VirtualBoard.h"
+#include "Tests/boardsim/Support/OwnBuild.h"
 #include "Tests/boardsim/Support/Process.h"
 #include "Tools/boardsim/Host/Mounts.h"
 
@@ -146,7 +147,7 @@ TEST(RunTest, CoveredDirectoriesKeepTheirEntriesAndForgetWhatIsWritten) {
 TEST(RunTest, EntriesThatNobodyCanReachAreLeftOut) {
     const auto leaveADeadMount = [] {
         boardsim::enterPrivateMounts();
-        boardsim::coverDirectory("/tmp", boardsim::keepNothing);
+        boardsim::coverDirectory("/tmp", processes::holdsOwnBuild);
         mkdir("/tmp/alive", 0755);
         mkdir("/tmp/dead", 0755);
         const int server = open("/dev/fuse", O_RDWR | O_CLOEXEC);
@@ -157,7 +158,9 @@ TEST(RunTest, EntriesThatNobodyCanReachAreLeftOut) {
         return mounted && access("/tmp/dead", F_OK) != 0 && errno == ENOTCONN;
     };
     std::string output;
-    EXPECT_EQ(0, processes::runToEnd(processes::onBoard({}, {"/bin/ls", "/tmp"}), output, leaveADeadMount));
+    const std::vector<std::string> look = {"/bin/sh", "-c",
+                                           "cd /tmp; for i in alive dead i2c; do [ -e $i ] && echo $i; done"};
+    EXPECT_EQ(0, processes::runToEnd(processes::onBoard({}, look), output, leaveADeadMount));
     EXPECT_EQ("alive\ni2c\n", output);
 }
 
