@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <filesystem>
 
 #include "Tests/Support/PrivateWorld.h"
@@ -40,6 +41,19 @@ TEST_F(DirUtilTest, ALinkIsFollowed) {
     std::filesystem::create_symlink("missing", "/tmp/dangling");
     EXPECT_TRUE(DirUtil::IsDir("/tmp/link"));
     EXPECT_FALSE(DirUtil::FileExists("/tmp/dangling"));
+}
+
+TEST_F(DirUtilTest, RenamingReplacesWhatHasTheNewName) {
+    world.write("/tmp/from", "new");
+    world.write("/tmp/to", "old");
+    EXPECT_EQ(0, DirUtil::FileRename("/tmp/from", "/tmp/to"));
+    EXPECT_EQ("new", world.read("/tmp/to"));
+    EXPECT_FALSE(DirUtil::FileExists("/tmp/from"));
+}
+
+TEST_F(DirUtilTest, RenamingWhatIsMissingFailsAndErrnoSaysWhy) {
+    EXPECT_EQ(-1, DirUtil::FileRename("/tmp/from", "/tmp/to"));
+    EXPECT_EQ(ENOENT, errno);
 }
 
 }  // namespace

@@ -3,6 +3,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <cstdio>
+
 #include "Vl/Common/Files/Descriptor.h"
 
 namespace Valen {
@@ -14,6 +16,10 @@ bool DirUtil::FileExists(const char* path) {
 bool DirUtil::IsDir(const char* path) {
     // What opendir(3) does, without the buffer for a listing that nobody asks for.
     return Descriptor::open(path, O_RDONLY | O_NONBLOCK | O_DIRECTORY).isValid();
+}
+
+int DirUtil::FileRename(const char* from, const char* to) {
+    return std::rename(from, to);
 }
 
 }  // namespace Valen
