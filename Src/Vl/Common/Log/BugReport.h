@@ -7,9 +7,10 @@
 /// is always on, whatever the log's thresholds are, and keeps one older generation, "bugs2.txt".
 ///
 /// Each report opens, writes and closes the file by itself. Any thread of any process may report at any time:
-/// nothing is locked and nothing is lost, but the pieces of two reports (prefix, message, backtrace) may
-/// alternate. A report blocks until its bytes are on the disk. Nothing throws and nothing is logged; errno
-/// may change.
+/// nothing is locked. Reports never overwrite each other, but the pieces of two (prefix, message, backtrace)
+/// may alternate, and two that find the file too large at the same moment may both move it, which costs the
+/// older generation. A report blocks until its bytes are on the disk. Nothing throws and nothing is logged;
+/// errno may change.
 ///
 /// A signal handler may report too, which is how a thread that hangs shows its backtrace. Not every step is
 /// async-signal-safe by the book: localtime_r(3) takes the lock of the time zone, and the first backtrace(3)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <atomic>
 #include <cstdarg>
 #include <cstddef>
 #include <memory>
@@ -53,11 +54,24 @@ public:
     /// Whether a message is wanted. The threshold of a key outside 0 to 124 counts as -1.
     bool ComponentSeverityMoreDetailedOrEqualTo(Enums::OriginKey::Type key, SeverityLevel_T level) const {
         const auto index = static_cast<std::size_t>(key);
-        return level <= (index < componentSeverity_.size() ? componentSeverity_[index] : -1);
+        return level <= (index < componentSeverity_.size()
+                             ? componentSeverity_[index].load(std::memory_order_relaxed)
+                             : -1);
     }
 
+    /// Dumps `length` bytes at `data` into the log that vlLog holds, as far as it wants such messages: eight
+    /// 32-bit words a line in the machine's byte order, behind the offset of the line's first byte. Nothing
+    /// is logged when `length` is 0 or negative. The last word is read whole, so the memory must be readable
+    /// up to the next multiple of four bytes.
+    void dumpMemory(Enums::OriginKey::Type key, SeverityLevel_T severity, const void* data, int length) const;
+
 private:
-    std::array<int, kComponents> componentSeverity_;
+    // Atomic without an order: a threshold is one load, and who reads while it changes gets the old or the
+    // new.
+    using Threshold = std::atomic<int>;
+    static_assert(sizeof(Threshold) == 4 && Threshold::is_always_lock_free);
+
+    std::array<Threshold, kComponents> componentSeverity_;
 };
 
 /// The one log object of the process. While it is empty nothing is logged. Set before threads start, reset
