@@ -16,6 +16,10 @@ Descriptor::~Descriptor() {
     }
 }
 
+int Descriptor::close() {
+    return ::close(std::exchange(number_, -1));
+}
+
 Descriptor Descriptor::open(const char* path, int flags) {
     return Descriptor(::open(path, flags | O_CLOEXEC));  // NOLINT: open(2) is variadic
 }

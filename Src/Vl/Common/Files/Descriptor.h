@@ -18,6 +18,9 @@ public:
     /// descriptor on failure, with errno set.
     static Descriptor open(const char* path, int flags);
 
+    /// Closes it now. @return close(2)'s result, -1 with errno EBADF when there is none.
+    int close();
+
     bool isValid() const { return number_ >= 0; }
     int get() const { return number_; }
 
