@@ -224,6 +224,7 @@ inline constexpr auto kRows = std::to_array<TextRow>({
     {ParameterDatabase, "ParameterDatabase"},
     {TransceiverReconf, "TransceiverReconf"},
     {ExceptionAssert, "ExceptionAssert"},
+    {101, kNoText},  // in use, without a text on purpose
     {ChangeService, "ChangeService"},
     {Multiviewer, "Multiviewer"},
     {TimeSettings, "TimeSettings"},
@@ -232,6 +233,7 @@ inline constexpr auto kRows = std::to_array<TextRow>({
     {UftpControl, "UftpControl"},
     {MultiviewerImages, "MultiviewerImages"},
     {LinkErrorMonitor, "LinkErrorMonitor"},
+    {110, kNoText},  // in use, without a text on purpose
     {MacAddressMonitor, "MacAddressMonitor"},
     {Butler, "Butler"},
     {PTP, "PTP"},
@@ -254,15 +256,14 @@ constexpr const char* GetText(Type key) {
     return TextTable<kRows>::textOf(key);
 }
 
-/// @return the component whose text equals `text` exactly, -1 when there is none.
-inline Type GetType(const char* text) {
+/// @return the component whose text equals `text` exactly, -1 when there is none or it is null.
+constexpr Type GetType(const char* text) {
     return static_cast<Type>(TextTable<kRows>::valueOf(text));
 }
 
 /// Whether the number is in use. 101 and 110 are, although they have no text.
 constexpr bool IsValidNum(long number) {
-    const bool early = number >= 0 && number <= 53 && number != 41 && number != 48 && number != 49;
-    return early || (number >= 57 && number <= 125);
+    return TextTable<kRows>::contains(number);
 }
 
 /// The size that peers expect; on purpose not the number of values.

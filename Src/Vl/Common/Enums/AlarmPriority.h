@@ -1,0 +1,42 @@
+#pragma once
+
+#include <array>
+
+#include "Vl/Common/Enums/TextTable.h"
+
+/// How urgent an alarm is.
+namespace Enums::AlarmPriority {
+
+enum AlarmPriority_T : int {
+    Error = 1,
+    Warning = 2,
+    Info = 3,
+};
+
+inline constexpr auto kRows = std::to_array<TextRow>({
+    {Error, "Error"},
+    {Warning, "Warning"},
+    {Info, "Info"},
+});
+
+/// On purpose all calls share one buffer, in which any other number is written as "unknown (%d)".
+/// Such a text lasts until the next one is asked for, and two threads must not ask for them at the same time.
+/// @return the value's text, else the number as said; never null.
+const char* GetText(AlarmPriority_T priority);
+
+/// @return the value whose text equals `text` exactly, -1 when there is none or it is null.
+constexpr AlarmPriority_T GetType(const char* text) {
+    return static_cast<AlarmPriority_T>(TextTable<kRows>::valueOf(text));
+}
+
+/// Whether the number is one of the enumeration's values.
+constexpr bool IsValidNum(long number) {
+    return TextTable<kRows>::contains(number);
+}
+
+/// One past the highest value.
+constexpr int Size() {
+    return TextTable<kRows>::size();
+}
+
+}  // namespace Enums::AlarmPriority
