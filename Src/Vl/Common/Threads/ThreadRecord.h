@@ -54,6 +54,12 @@ protected:
             const std::lock_guard lock(mutex_);
             value_ += difference;
         }
+        /// Calls `use` with a value that stays as it is meanwhile.
+        template <typename Use>
+        auto with(Use use) const {
+            const std::lock_guard lock(mutex_);
+            return use(value_);
+        }
 
     private:
         Value value_;

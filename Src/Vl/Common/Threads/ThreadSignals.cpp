@@ -1,0 +1,47 @@
+#include "Vl/Common/Threads/ThreadSignals.h"
+
+#include <execinfo.h>
+#include <syslog.h>
+
+#include <cerrno>
+#include <csignal>
+
+#include "Vl/Common/Log/BugReport.h"
+
+namespace Valen {
+namespace {
+
+void onSignal(int signal) {
+    if (signal != SIGHUP) {
+        return;
+    }
+    const int error = errno;
+    report_bug("Deadlock?", true);
+    syslog(LOG_ERR, "Deadlock? (see bugs.txt)");
+    errno = error;
+}
+
+void catchSignal(int signal, int flags) {
+    struct sigaction action {};
+    action.sa_handler = onSignal;
+    action.sa_flags = flags;
+    sigemptyset(&action.sa_mask);
+    sigaction(signal, &action, nullptr);
+}
+
+/// The first backtrace of a process loads the unwinder and allocates, which a signal handler must not.
+bool loadUnwinder() {
+    void* frame = nullptr;
+    return backtrace(&frame, 1) > 0;
+}
+
+}  // namespace
+
+void installThreadSignalHandler() {
+    [[maybe_unused]] static const bool loaded = loadUnwinder();
+    // No SA_RESTART for SIGUSR1: ending a blocking system call is what it is for.
+    catchSignal(SIGUSR1, 0);
+    catchSignal(SIGHUP, SA_RESTART);
+}
+
+}  // namespace Valen
