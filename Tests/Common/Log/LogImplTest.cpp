@@ -4,6 +4,7 @@
 
 #include <cstdarg>
 #include <string>
+#include <vector>
 
 #include "Tests/Support/PrivateWorld.h"
 #include "Tests/Support/SyslogReceiver.h"
@@ -103,6 +104,65 @@ TEST_F(LogImplTest, MessagesAreCutAt599Characters) {
     LogImpl& log = openedLog();
     log.Log(kOled, static_cast<SeverityLevel_T>(7), "%s", std::string(6000, 'x').c_str());
     EXPECT_THAT(syslog.texts(), ElementsAre("OLED: " + std::string(599, 'x')));
+}
+
+TEST_F(LogImplTest, MessagesLongerThanAnyBufferAreCutForEveryFacility) {
+    LogImpl& log = openedLog();
+    for (const std::size_t length : {598U, 599U, 600U, 4999U, 5000U, 5001U, 100000U}) {
+        const std::string text(length, 'x');
+        const std::string expected = "OLED: " + text.substr(0, 599);
+        for (const int severity : {6, 7, 8}) {
+            log.Log(kOled, static_cast<SeverityLevel_T>(severity), "%s", text.c_str());
+        }
+        log.internalLog(kOled, static_cast<SeverityLevel_T>(6), text.c_str());
+        EXPECT_THAT(syslog.texts(), ElementsAre(expected, expected, expected, expected)) << length;
+    }
+}
+
+TEST_F(LogImplTest, AFullBufferIsWrittenWithAllItsCharacters) {
+    LogImpl& log = openedLog();
+    Valen::Log::BufBase buffer;
+    buffer.put(buffer.begin(), std::string(600, 'x').c_str());
+    log.Log(kOled, static_cast<SeverityLevel_T>(7), buffer);
+    EXPECT_THAT(syslog.texts(), ElementsAre("OLED: " + std::string(511, 'x')));
+}
+
+TEST_F(LogImplTest, ASecondInitReplacesTheWriterAndSaysSoAgain) {
+    LogImpl& log = openedLog();
+    EXPECT_TRUE(log.LogInit());
+    log.Log(kOled, static_cast<SeverityLevel_T>(7), "once");
+    EXPECT_THAT(syslog.texts(), ElementsAre("Logging: ******* Logging started *******", "OLED: once"));
+}
+
+TEST_F(LogImplTest, TheThresholdIsTestedByCallSitesOnly) {
+    LogImpl& log = openedLog();
+    log.setGlobalComponentSeverity(static_cast<SeverityLevel_T>(0));
+    log.Log(kOled, static_cast<SeverityLevel_T>(13), "written all the same");
+    EXPECT_THAT(syslog.texts(), ElementsAre("OLED: written all the same"));
+}
+
+/// Hears of every message that is formatted.
+class ListeningLog : public LogImpl {
+public:
+    void LogWithList(Enums::OriginKey::Type key, SeverityLevel_T severity, const char* format,
+                     va_list arguments) override {
+        formats.emplace_back(format);
+        LogImpl::LogWithList(key, severity, format, arguments);
+    }
+
+    std::vector<std::string> formats;
+};
+
+TEST_F(LogImplTest, FormattedMessagesAndStreamsPassThroughLogWithList) {
+    ListeningLog log;
+    log.LogInit();
+    syslog.texts();
+    log.formats.clear();
+    log.Log(kOled, static_cast<SeverityLevel_T>(7), "%d", 1);
+    std::stringstream stream("two");
+    log.Log(kOled, static_cast<SeverityLevel_T>(7), stream);
+    EXPECT_THAT(log.formats, ElementsAre("%d", "%s"));
+    EXPECT_THAT(syslog.texts(), ElementsAre("OLED: 1", "OLED: two"));
 }
 
 TEST_F(LogImplTest, PercentSignsInAFinishedTextAreText) {

@@ -40,12 +40,12 @@ inline char* putArgument(BufBase& buffer, char* at, const char* text) {
 inline char* putArgument(BufBase& buffer, char* at, const std::string& text) {
     return buffer.put(at, text.c_str());
 }
-inline char* putArgument(BufBase& buffer, char* at, std::same_as<char> auto character) {
+inline char* putArgument(BufBase& buffer, char* at, char character) {
     const char text[] = {character, '\0'};
     return buffer.put(at, text);
 }
 template <std::integral Value>
-requires(!std::same_as<Value, char>) char* putArgument(BufBase& buffer, char* at, Value value) {
+char* putArgument(BufBase& buffer, char* at, Value value) {
     return Number(value, 0).putInto(buffer, at);
 }
 template <std::integral Value>
