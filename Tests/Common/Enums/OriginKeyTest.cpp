@@ -166,6 +166,13 @@ TEST(OriginKeyTest, GapsAndNumbersOutsideAreNotValid) {
     EXPECT_FALSE(OriginKey::IsValidNum(1L << 40));
 }
 
+TEST(OriginKeyTest, TwoNumbersAreValidWithoutATextOnPurpose) {
+    for (const int number : {101, 110}) {
+        EXPECT_TRUE(OriginKey::IsValidNum(number)) << number;
+        EXPECT_STREQ("unknown", OriginKey::GetText(key(number))) << number;
+    }
+}
+
 TEST(OriginKeyTest, SizeIs120OnPurpose) {
     EXPECT_EQ(120, OriginKey::Size());
 }
