@@ -16,18 +16,17 @@ struct Enumeration {
     int (*size)();
 };
 
+template <auto GetText, auto GetType, auto IsValidNum, auto Size>
+constexpr Enumeration enumerationOf(const char* name) {
+    using Value = decltype(GetType(""));
+    return {name, [](int value) { return GetText(static_cast<Value>(value)); },
+            [](const char* text) { return static_cast<int>(GetType(text)); }, IsValidNum, Size};
+}
+
 /// The functions of Enums::NAME.
-#define ENUMERATION(NAME)                                                               \
-    Enumeration {                                                                       \
-#NAME,                                                                                \
-            [](int value) {                                                                   \
-                using ValueType = decltype(Enums::NAME::GetType(""));                              \
-                return Enums::NAME::GetText(static_cast<ValueType>(value));                        \
-            },                                                                                \
-            [](const char* text) { return static_cast<int>(Enums::NAME::GetType(text)); },    \
-            [](long number) { return Enums::NAME::IsValidNum(number); },                      \
-            [] { return Enums::NAME::Size(); } \
-    }
+#define ENUMERATION(NAME)                                                                                  \
+    enumerationOf<Enums::NAME::GetText, Enums::NAME::GetType, Enums::NAME::IsValidNum, Enums::NAME::Size>( \
+        #NAME)
 
 /// Beyond every value that any enumeration has.
 inline constexpr int kBeyondAll = 20000;
