@@ -122,11 +122,11 @@ private:
 
     /// At the end and from the bottom up, because a directory may forbid what has to be done in it.
     void giveModes() {
-        for (auto entry = modes_.rbegin(); entry != modes_.rend(); ++entry) {
+        std::for_each(modes_.rbegin(), modes_.rend(), [this](const auto& entry) {
             std::error_code error;
-            fs::permissions(entry->first, entry->second, error);
+            fs::permissions(entry.first, entry.second, error);
             error_ = error_ ? error_ : error;
-        }
+        });
     }
 
     void report(int percent) {
