@@ -7,6 +7,7 @@
 #include <csignal>
 
 #include "Vl/Common/Log/BugReport.h"
+#include "Vl/Common/Threads/Thread.h"
 
 namespace Valen {
 namespace {
@@ -29,6 +30,13 @@ void catchSignal(int signal, int flags) {
     sigaction(signal, &action, nullptr);
 }
 
+void setBlocked(int how, int signal) {
+    sigset_t signals;
+    sigemptyset(&signals);
+    sigaddset(&signals, signal);
+    pthread_sigmask(how, &signals, nullptr);
+}
+
 /// The first backtrace of a process loads the unwinder and allocates, which a signal handler must not.
 bool loadUnwinder() {
     void* frame = nullptr;
@@ -42,6 +50,30 @@ void installThreadSignalHandler() {
     // No SA_RESTART for SIGUSR1: ending a blocking system call is what it is for.
     catchSignal(SIGUSR1, 0);
     catchSignal(SIGHUP, SA_RESTART);
+}
+
+void Thread::signalQuit() {
+    running_.with([this](bool running) {
+        if (running) {
+            pthread_kill(threadId_, SIGUSR1);
+        }
+    });
+}
+
+void Thread::registerSignal(int signo) {
+    setBlocked(SIG_UNBLOCK, signo);
+}
+
+void Thread::unRegisterSignal(int signo) {
+    setBlocked(SIG_BLOCK, signo);
+}
+
+void Thread::listenSignalQuit() {
+    registerSignal(SIGUSR1);
+}
+
+void Thread::ignoreSignalQuit() {
+    unRegisterSignal(SIGUSR1);
 }
 
 }  // namespace Valen
