@@ -136,7 +136,10 @@ private:
     /// where a member would be read again after every byte written.
     char* roomFor(std::size_t bytes) {
         char* const place = position_;
-        return static_cast<std::size_t>(end_ - place) >= bytes ? place : grow(bytes);
+        if (static_cast<std::size_t>(end_ - place) < bytes) [[unlikely]] {
+            return grow(bytes);
+        }
+        return place;
     }
     char* grow(std::size_t bytes);
     void reallocate(std::size_t capacity);
