@@ -48,4 +48,14 @@ TEST(DescriptorTest, AssigningClosesTheEarlierOne) {
     EXPECT_FALSE(descriptor.isValid());
 }
 
+TEST(DescriptorTest, ClosingNowTellsTheResult) {
+    Descriptor descriptor = Descriptor::open("/dev/null", O_RDONLY);
+    const int number = descriptor.get();
+    EXPECT_EQ(0, descriptor.close());
+    EXPECT_FALSE(isOpen(number));
+    EXPECT_FALSE(descriptor.isValid());
+    EXPECT_EQ(-1, descriptor.close());
+    EXPECT_EQ(EBADF, errno);
+}
+
 }  // namespace
