@@ -19,8 +19,9 @@ public:
     explicit MACAddress(const char* text);
 
     /// Reads "02:00:5e:01:02:03" (hexadecimal numbers of any length, of which the low eight bits count, and
-    /// nothing behind) or "02005E010203" (whatever follows is ignored). @return false for anything else, and
-    /// for null; all bytes are then 0.
+    /// nothing behind) or else "02005E010203" as sscanf's "%02X%02X%02X%02X%02X%02X" does (whatever follows
+    /// is ignored; a dash is a sign, so dashes as separators give another address). @return false for
+    /// anything else, and for null; all bytes are then 0.
     bool fromString(const char* text);
 
     /// The hardware address of a network interface, as the kernel knows it (SIOCGIFHWADDR, netdevice(7)); all

@@ -84,8 +84,14 @@ void readFurtherNumbers(const char** cursor, Version& version) {
     CmpPartialString(cursor, "(");
 }
 
-/// " [00abcde]" or " [00abcde-dirty]" to the end of the text.
+/// The end of the text, or " [00abcde]" resp. " [00abcde-dirty]" before it where word 2 is free.
 void readRevision(const char* cursor, Version& version) {
+    if (*cursor == '\0') {
+        return;
+    }
+    if (version.hasFurtherNumbers()) {
+        throw 0;
+    }
     CmpPartialString(&cursor, " [");
     version.words[2] = field(readNumber(&cursor, kAnyTerminator, 16), 30, 0);
     if (cursor[-1] == '-') {
@@ -106,9 +112,7 @@ void readDisplayText(const char* cursor, Version& version) {
     const std::uint32_t day = readNumber(&cursor, '/', 10);
     const std::uint32_t month = readNumber(&cursor, '/', 10);
     version.words[1] |= dateFields(readNumber(&cursor, ')', 10), month, day);
-    if (*cursor != '\0') {
-        readRevision(cursor, version);
-    }
+    readRevision(cursor, version);
 }
 
 /// Reads into a copy, so that a text that turns out wrong halfway changes nothing.
