@@ -19,8 +19,11 @@ struct Parsed {
 
 template <typename Number>
 Parsed<Number> parse(Number (&convert)(const char*, char**, int), const char* text, int base) {
-    // A refused base leaves the end unset.
-    char* end = const_cast<char*>(text);
+    // The library says nothing about the end when it refuses the base.
+    if (base < 0 || base == 1 || base > 36) {
+        return {0, text};
+    }
+    char* end = nullptr;
     const Number value = convert(text, &end, base);
     return {value, end};
 }
