@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <utility>
 
 namespace Valen::CRC16 {
 namespace {
@@ -25,13 +26,10 @@ constexpr auto kTable = [] {
     return table;
 }();
 
-unsigned int updateSlices(const unsigned char* bytes, unsigned int crc) {
-    unsigned int next = static_cast<unsigned int>(kTable[15][bytes[0] ^ ((crc >> 8) & 0xFF)]) ^
-                        kTable[14][bytes[1] ^ (crc & 0xFF)];
-    for (std::size_t i = 2; i < kSlices; ++i) {
-        next ^= kTable[kSlices - 1 - i][bytes[i]];
-    }
-    return next;
+template <std::size_t... Index>
+unsigned int updateSlices(const unsigned char* bytes, unsigned int crc, std::index_sequence<Index...>) {
+    const unsigned int others = (kTable[13 - Index][bytes[2 + Index]] ^ ...);
+    return others ^ (kTable[15][bytes[0] ^ ((crc >> 8) & 0xFF)] ^ kTable[14][bytes[1] ^ (crc & 0xFF)]);
 }
 
 }  // namespace
@@ -39,7 +37,7 @@ unsigned int updateSlices(const unsigned char* bytes, unsigned int crc) {
 unsigned int CalcCRC(const void* data, int length, unsigned int crc) {
     const auto* bytes = static_cast<const unsigned char*>(data);
     for (; length >= static_cast<int>(kSlices); length -= static_cast<int>(kSlices)) {
-        crc = updateSlices(bytes, crc);
+        crc = updateSlices(bytes, crc, std::make_index_sequence<kSlices - 2>());
         bytes += kSlices;
     }
     for (; length > 0; --length) {

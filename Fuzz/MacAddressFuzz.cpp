@@ -1,0 +1,31 @@
+// Any text as an Ethernet address; an address that was read must read the same from both forms it is written
+// in.
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+
+#include "Vl/Common/Identity/MACAddress.h"
+
+namespace {
+
+using Valen::MACAddress;
+
+void require(bool condition) {
+    if (!condition) {
+        std::abort();
+    }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string text(reinterpret_cast<const char*>(data), size);
+    MACAddress address("02:00:5e:01:02:03");
+    require(address.fromString(text.c_str()) || address == MACAddress());
+    for (const int separator : {int{':'}, 0}) {
+        MACAddress again;
+        require(again.fromString(address.toString(separator)) && again == address);
+    }
+    return 0;
+}
