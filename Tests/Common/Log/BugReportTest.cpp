@@ -38,8 +38,9 @@ const std::string kBanner = "=======> devd relaunch <======\n";
 const std::string kTime = "====> [0-9]{2}\\.[0-9]{2}\\. [0-9]{2}:[0-9]{2}:[0-9]{2} ";
 /// The prefix of a thread that is no Thread.
 const std::string kPrefix = kTime + "\\(main [0-9]+\\) ";
-/// "program(function+0x12) [0x12345]"
-const std::string kFrame = "[^\n]+\\([^\n]*\\) ?\\[0x[0-9a-f]+\\]";
+/// "program(function+0x12) [0x12345]"; only the address for code outside every object, such as the kernel's
+/// way back from a signal handler may be.
+const std::string kFrame = "([^\n]+\\([^\n]*\\) ?)?\\[0x[0-9a-f]+\\]";
 
 int statusOf(pid_t child) {
     int status = -1;
