@@ -11,6 +11,7 @@
 #include <ctime>
 #include <string_view>
 
+#include "Vl/Common/Files/Descriptor.h"
 #include "Vl/Common/Files/DirUtil.h"
 #include "Vl/Common/Files/ExactIO.h"
 #include "Vl/Common/Threads/ThreadRecord.h"
@@ -25,20 +26,19 @@ constexpr std::string_view kRelaunch = "=======> devd relaunch <======\n";
 
 std::atomic<bool> relaunchWritten{false};
 
-int openAtEnd() {
+Descriptor openAtEnd() {
     // Appending, so that reports that are written at once do not overwrite each other.
-    return ::open(kFile, O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0644);
+    return Descriptor(::open(kFile, O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0644));
 }
 
-/// @return a descriptor for the caller to close, who wants to know what close(2) says; -1 on failure.
-int openBugFile() {
-    const int file = openAtEnd();
-    if (file < 0 || lseek(file, 0, SEEK_END) <= kLargestSize) {
-        return file;
+Descriptor openBugFile() {
+    Descriptor file = openAtEnd();
+    if (file.isValid() && lseek(file.get(), 0, SEEK_END) > kLargestSize) {
+        file.close();
+        DirUtil::FileRename(kFile, kOlderFile);
+        file = openAtEnd();
     }
-    ::close(file);
-    DirUtil::FileRename(kFile, kOlderFile);
-    return openAtEnd();
+    return file;
 }
 
 /// What a printf that returned `count` has left in `buffer`.
@@ -62,22 +62,22 @@ int report_bug(const char* text, bool withBacktrace) {
 }
 
 int vreport_bug(bool withBacktrace, const char* format, va_list arguments) {
-    const int file = openBugFile();
-    if (file < 0) {
-        return file;
+    Descriptor file = openBugFile();
+    if (!file.isValid()) {
+        return file.get();
     }
     if (!relaunchWritten.exchange(true)) {
-        writeExact(file, kRelaunch);
+        writeExact(file.get(), kRelaunch);
     }
     std::array<char, 2048> buffer;
-    writeExact(file, written(buffer, report_bug_log_time(buffer.data(), buffer.size())));
-    writeExact(file, written(buffer, std::vsnprintf(buffer.data(), buffer.size(), format, arguments)));
-    writeExact(file, "\n");
+    writeExact(file.get(), written(buffer, report_bug_log_time(buffer.data(), buffer.size())));
+    writeExact(file.get(), written(buffer, std::vsnprintf(buffer.data(), buffer.size(), format, arguments)));
+    writeExact(file.get(), "\n");
     if (withBacktrace) {
-        BacktraceToFile(file);
+        BacktraceToFile(file.get());
     }
-    fdatasync(file);
-    return ::close(file);
+    fdatasync(file.get());
+    return file.close();
 }
 
 int report_bug_log_time(char* destination, std::size_t size) {
