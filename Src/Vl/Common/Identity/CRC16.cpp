@@ -28,8 +28,10 @@ constexpr auto kTable = [] {
 
 template <std::size_t... Index>
 unsigned int updateSlices(const unsigned char* bytes, unsigned int crc, std::index_sequence<Index...>) {
-    const unsigned int others = (kTable[13 - Index][bytes[2 + Index]] ^ ...);
-    return others ^ (kTable[15][bytes[0] ^ ((crc >> 8) & 0xFF)] ^ kTable[14][bytes[1] ^ (crc & 0xFF)]);
+    const unsigned int first = kTable[kSlices - 1][bytes[0] ^ ((crc >> 8) & 0xFF)];
+    const unsigned int second = kTable[kSlices - 2][bytes[1] ^ (crc & 0xFF)];
+    const unsigned int others = (kTable[kSlices - 3 - Index][bytes[2 + Index]] ^ ...);
+    return first ^ second ^ others;
 }
 
 }  // namespace

@@ -29,7 +29,7 @@ bool readSeparated(const char* text, MACAddress::Bytes& bytes) {
 
 /// "02005E010203".
 bool readJoined(const char* text, MACAddress::Bytes& bytes) {
-    std::array<unsigned int, MACAddress::kSize> numbers;
+    std::array<unsigned int, MACAddress::kSize> numbers{};
     if (std::sscanf(text, "%02X%02X%02X%02X%02X%02X", &numbers[0], &numbers[1], &numbers[2], &numbers[3],
                     &numbers[4], &numbers[5]) != static_cast<int>(numbers.size())) {
         return false;

@@ -12,8 +12,9 @@ namespace Valen {
 /// @return the number of leading one bits, 0 to 32. What follows the first zero bit does not matter.
 int getNetmaskBitsFromIp(SimpleIp mask);
 
-/// @return all ones shifted left by (32 - bits) modulo 32: 24 gives 0xFFFFFF00. 0 gives all ones, as 32 does:
-/// a prefix of length zero cannot be had from here. Other numbers count modulo 32.
+/// @return all ones shifted left by (32 - bits) modulo 32: 24 gives 0xFFFFFF00, the first octet in bits
+/// 24-31. On purpose 0 gives all ones, as 32 does: a prefix of length zero cannot be had from here. Other
+/// numbers count modulo 32.
 std::uint32_t getNetmaskIntMask(int bits);
 
 /// @return the prefix length (0 to 32) of a dotted mask such as "255.255.255.0"; -1 when `text` is null, no

@@ -8,7 +8,7 @@
 namespace Valen {
 
 SimpleIp::SimpleIp(const char* text) {
-    std::array<unsigned char, sizeof networkOrder_> octets;
+    std::array<unsigned char, sizeof networkOrder_> octets{};
     // Not inet_pton: the leniency that the header describes is meant.
     if (text != nullptr && std::sscanf(text, "%hhu.%hhu.%hhu.%hhu", &octets[0], &octets[1], &octets[2],
                                        &octets[3]) == static_cast<int>(octets.size())) {

@@ -8,8 +8,7 @@
 namespace Valen {
 
 /// An IPv4 address: 32 bits in network byte order, as the socket interface takes them. 255.255.255.255
-/// doubles as "no valid address" and is what a new SimpleIp holds. A plain value of four bytes; not
-/// thread-safe.
+/// doubles as "no valid address" and is what a new SimpleIp holds. A plain value; not thread-safe.
 class SimpleIp {
 public:
     class CharString;

@@ -15,11 +15,10 @@ std::uint32_t field(std::uint32_t number, int bits, int place) {
 }
 
 std::uint32_t dateFields(std::uint32_t year, std::uint32_t month, std::uint32_t day) {
-    return field(year - 2000, 7, 25) | field(month, 4, 21) | field(day, 5, 16);
+    return ((year - 2000) << 9 | month << 5 | day) << 16;
 }
 
-// The readers below move the cursor on and throw an int where the text is not as it must be, as the cursor
-// parsers do.
+// Like the cursor parsers, the readers below move the cursor on and throw an int at a text that is wrong.
 
 std::uint32_t readNumber(const char** cursor, int terminator, int base) {
     return static_cast<std::uint32_t>(stringToLong(cursor, terminator, base));
@@ -30,8 +29,7 @@ void readNumbers(const char** cursor, int terminator, std::uint32_t cardType, Ve
     const std::uint32_t majorNumber = readNumber(cursor, '.', 16);
     const std::uint32_t minorNumber = readNumber(cursor, '.', 16);
     const std::uint32_t build = readNumber(cursor, terminator, 16);
-    version.words = {field(cardType, 8, 24) | field(majorNumber, 16, 8) | field(minorNumber, 8, 0),
-                     field(build, 16, 0), 0};
+    version.words = {cardType << 24 | majorNumber << 8 | minorNumber, field(build, 16, 0), 0};
 }
 
 /// "2024-05-17" and the character behind it.

@@ -9,16 +9,16 @@
 namespace Valen {
 
 /// What a card or a programmable device is and which version of it: the card-ID record of the identity ROM
-/// and of the "cardid" cores, three 32-bit little-endian words. A plain value of twelve bytes; not
-/// thread-safe.
+/// and of the "cardid" cores, three 32-bit little-endian words. A plain value; not thread-safe.
 ///
 ///     word 0   24-31 card type, 8-23 major version, 0-7 minor version; 0 marks a version that is only a date
 ///     word 1   25-31 year - 2000, 21-24 month (1-12), 16-20 day, 0-15 build number
 ///     word 2   bit 31 set:    16-27 and 0-15 are two further numbers
 ///              otherwise:     bit 30 the source tree had local changes, 0-29 the source revision; 0: none
 ///
-/// Where text is read, numbers follow strtol(3), so blanks, a sign and 0x may stand before the digits; a
-/// number that is too large for its field, or negative, gives the field its low bits.
+/// Where text is read, numbers follow strtol(3): blanks, a sign and 0x may stand before the digits. On
+/// purpose no range is checked: in word 0 and in the date, a number that is negative or too large for its
+/// field spills over into the fields above it; elsewhere its low bits count.
 struct Version {
     std::array<std::uint32_t, 3> words{};
 
@@ -45,8 +45,7 @@ struct Version {
     SimpleString toFileString() const;
 
     /// Reads what toFileString writes; what the text does not say becomes 0. Behind either form may stand "_"
-    /// and word 2 in hexadecimal, which is kept only when its bit 31 is set (what follows it does not
-    /// matter).
+    /// and word 2 in hexadecimal, which is kept only when its bit 31 is set; what follows it is ignored.
     /// @return false, with nothing changed, when `text` is null or has neither form.
     bool FromFileString(const char* text);
     /// Reads "2024-05-17", to the end of the text, into the date fields; everything else stays.
