@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
+#include <optional>
+
 namespace {
 
 using Valen::system::clock::ClockType;
@@ -14,6 +17,37 @@ constexpr auto kThreadCpu = static_cast<ClockType>(2);
 long long nanoseconds(const timespec& time) {
     return time.tv_sec * 1'000'000'000LL + time.tv_nsec;
 }
+
+struct Setting {
+    clockid_t clock;
+    timespec time;
+};
+
+/// What the system answers when the clock asks it, and what it was told.
+struct {
+    bool cannotBeRead = false;
+    int settingError = 0;
+    std::optional<Setting> setting;
+} theSystem;
+
+}  // namespace
+
+// The linker leads every call of the two functions here and names the library's own __real.
+extern "C" {
+int __real_clock_gettime(clockid_t clock, timespec* time);
+
+int __wrap_clock_gettime(clockid_t clock, timespec* time) {
+    return theSystem.cannotBeRead ? -1 : __real_clock_gettime(clock, time);
+}
+
+int __wrap_clock_settime(clockid_t clock, const timespec* time) {
+    theSystem.setting = {clock, *time};
+    errno = theSystem.settingError;
+    return theSystem.settingError == 0 ? 0 : -1;
+}
+}
+
+namespace {
 
 TEST(LinuxClockTest, EachTypeIsItsLinuxClock) {
     EXPECT_EQ(CLOCK_MONOTONIC, LinuxClock::getSysType(kMonotonic));
@@ -49,9 +83,28 @@ TEST(LinuxClockTest, TheMonotonicClockIsTheUsualOne) {
     EXPECT_LT(nanoseconds(LinuxClock::getTime()), nanoseconds(before) + 60'000'000'000LL);
 }
 
+TEST(LinuxClockDeathTest, AClockThatCannotBeReadFailsTheAssertionAndEndsTheProcess) {
+    EXPECT_EXIT(
+        {
+            theSystem.cannotBeRead = true;
+            LinuxClock::getTime(kMonotonic);
+        },
+        testing::KilledBySignal(SIGABRT), "Src/Vl/System/LinuxClock.*rval == 0 && \"clock_gettime failed\"");
+}
+
+TEST(LinuxClockTest, TheTimeIsSetOnTheRealTimeClock) {
+    theSystem.settingError = 0;
+    EXPECT_TRUE(LinuxClock::setTime({.tv_sec = 1'715'926'150, .tv_nsec = 5}));
+    ASSERT_TRUE(theSystem.setting);
+    EXPECT_EQ(CLOCK_REALTIME, theSystem.setting->clock);
+    EXPECT_EQ(1'715'926'150, theSystem.setting->time.tv_sec);
+    EXPECT_EQ(5, theSystem.setting->time.tv_nsec);
+}
+
 TEST(LinuxClockTest, ATimeThatTheKernelRefusesIsNotSet) {
-    EXPECT_FALSE(LinuxClock::setTime({.tv_sec = 0, .tv_nsec = 2'000'000'000}));
-    EXPECT_EQ(EINVAL, errno);
+    theSystem.settingError = EPERM;
+    EXPECT_FALSE(LinuxClock::setTime({.tv_sec = 0, .tv_nsec = 0}));
+    EXPECT_EQ(EPERM, errno);
 }
 
 struct Offset {
