@@ -101,14 +101,14 @@ void Thread::work() {
         do {
             function_();
         } while (period_ > 0 && !quitEvent_.WaitTimeout(period_, false));
-    } catch (const abi::__forced_unwind&) {
-        // A thread that is cancelled, not an exception.
-        throw;
     } catch (const std::exception& exception) {
         reportException(exception.what());
         throw;
     } catch (...) {
-        reportException(nullptr);
+        // What has no type is no exception: the thread is being cancelled or leaves by pthread_exit.
+        if (abi::__cxa_current_exception_type() != nullptr) {
+            reportException(nullptr);
+        }
         throw;
     }
 }

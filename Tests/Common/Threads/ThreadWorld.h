@@ -1,0 +1,69 @@
+#pragma once
+
+#include <gmock/gmock.h>
+#include <semaphore.h>
+
+#include <memory>
+#include <string>
+#include <thread>
+
+#include "Tests/Support/PrivateWorld.h"
+#include "Tests/Support/SyslogReceiver.h"
+#include "Vl/Common/Log/LogImpl.h"
+#include "Vl/Common/Threads/Thread.h"
+
+inline constexpr auto kThreadKey = static_cast<Enums::OriginKey::Type>(34);
+inline constexpr auto kOled = static_cast<Enums::OriginKey::Type>(61);
+inline constexpr auto kOneWire = static_cast<Enums::OriginKey::Type>(68);
+
+/// Waits for what another thread or the kernel is about to do; the test's own time limit ends it.
+template <typename Condition>
+void waitUntil(Condition condition) {
+    while (!condition()) {
+        std::this_thread::yield();
+    }
+}
+
+/// Threads wait for what another one says once. A semaphore, because a sanitizer lets signals through there.
+class Gate {
+public:
+    Gate() { sem_init(&semaphore_, 0, 0); }
+    Gate(const Gate&) = delete;
+    Gate& operator=(const Gate&) = delete;
+    ~Gate() { sem_destroy(&semaphore_); }
+
+    void open() { sem_post(&semaphore_); }
+    void wait() {
+        while (sem_wait(&semaphore_) != 0) {
+        }
+        sem_post(&semaphore_);
+    }
+
+private:
+    sem_t semaphore_;
+};
+
+/// An outside world with the bug file's directory, and an open log at its default thresholds.
+class ThreadWorld : public testing::Test {
+protected:
+    using Severity = Valen::Log::SeverityLevel::SeverityLevel_T;
+    static constexpr const char* kBugs = "/opt/fw/log/bugs.txt";
+
+    ThreadWorld() {
+        support::PrivateWorld::makeDirectory("/opt/fw/log");
+        Valen::Log::vlLog = std::make_unique<Valen::Log::LogImpl>();
+        Valen::Log::vlLog->LogInit();
+        syslog.lines();
+    }
+    ~ThreadWorld() override { Valen::Log::vlLog.reset(); }
+
+    /// Threads that come and go would fill the log's queue.
+    static void logErrorsOnly() { Valen::Log::vlLog->setGlobalComponentSeverity(static_cast<Severity>(3)); }
+    static void logInDetail(Enums::OriginKey::Type key) {
+        Valen::Log::vlLog->SetComponentSeverity(key, static_cast<Severity>(8));
+    }
+    static std::string bugs() { return support::PrivateWorld::read(kBugs); }
+
+    support::PrivateWorld world;
+    support::SyslogReceiver syslog;
+};
