@@ -14,3 +14,6 @@ public:
 static_assert(sizeof(Format) == sizeof(SimpleString));
 
 }  // namespace Valen
+
+// Known without its namespace, as the string is.
+using Valen::Format;

@@ -8,7 +8,10 @@ namespace Valen {
 namespace {
 
 constexpr int kAnyCharacter = -1;
-constexpr int kNotAsExpected = 0;
+
+[[noreturn]] void reject() {
+    throw 0;
+}
 
 /// A number and where it ends.
 template <typename Number>
@@ -50,10 +53,10 @@ std::pair<bool, unsigned long> stringToULong(const char* text) {
 long stringToLong(const char** cursor, int terminator, int base) {
     const Parsed<long> number = parse(std::strtol, *cursor, base);
     if (number.end == *cursor) {
-        throw kNotAsExpected;
+        reject();
     }
     if (terminator != kAnyCharacter && *number.end != static_cast<char>(terminator)) {
-        throw kNotAsExpected;
+        reject();
     }
     *cursor = number.end + 1;
     return number.value;
@@ -62,7 +65,7 @@ long stringToLong(const char** cursor, int terminator, int base) {
 int CmpPartialString(const char** cursor, const char* expected) {
     const std::size_t length = std::strlen(expected);
     if (std::strncmp(*cursor, expected, length) != 0) {
-        throw kNotAsExpected;
+        reject();
     }
     *cursor += length;
     return 0;

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <climits>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <utility>
@@ -13,47 +12,12 @@ namespace {
 
 constexpr char kOutOfMemory[] = "out of memory";
 
-const char* orEmpty(const char* text) {
-    return text != nullptr ? text : "";
-}
-
 /// Null for sizes that the capacity cannot express.
 char* allocate(std::size_t bytes) {
     if (bytes > INT_MAX) {
         return nullptr;
     }
     return static_cast<char*>(std::malloc(std::max<std::size_t>(bytes, 1)));
-}
-
-/// Joins the texts from `first` to the null pointer.
-SimpleString join(bool trailingDelimiter, char delimiter, const char* first, va_list others) {
-    const std::size_t delimiterLength = delimiter == '\0' ? 0 : 1;
-    std::size_t length = 0;
-    va_list measured;
-    va_copy(measured, others);
-    for (const char* text = first; text != nullptr; text = va_arg(measured, const char*)) {
-        length += std::strlen(text) + delimiterLength;
-    }
-    va_end(measured);
-    if (length >= INT_MAX) {
-        return {kOutOfMemory, false};
-    }
-
-    SimpleString::NoCopyBuffer joined(static_cast<int>(length) + 1);
-    if (!joined.isValid()) {
-        return joined;
-    }
-    char* end = joined.get();
-    for (const char* text = first; text != nullptr; text = va_arg(others, const char*)) {
-        end = stpcpy(end, text);
-        std::fill_n(end, delimiterLength, delimiter);
-        end += delimiterLength;
-    }
-    if (!trailingDelimiter && end != joined.get()) {
-        end -= delimiterLength;
-    }
-    *end = '\0';
-    return joined;
 }
 
 }  // namespace
@@ -142,52 +106,6 @@ SimpleString& SimpleString::operator+=(const char* text) {
     return *this;
 }
 
-const char* SimpleString::append(const char* text) {
-    return ReFormat("%s%s", this->text(), orEmpty(text));
-}
-
-const char* SimpleString::ReFormat(const char* format, ...) {
-    va_list arguments;
-    va_start(arguments, format);
-    ReFormat(format, arguments);
-    va_end(arguments);
-    return str_;
-}
-
-const char* SimpleString::ReFormat(const char* format, va_list arguments) {
-    *this = FormatWith_va_list(format, arguments);
-    return str_;
-}
-
-SimpleString SimpleString::FormatWithParams(const char* format, ...) {
-    va_list arguments;
-    va_start(arguments, format);
-    SimpleString formatted = FormatWith_va_list(format, arguments);
-    va_end(arguments);
-    return formatted;
-}
-
-SimpleString SimpleString::FormatWith_va_list(const char* format, va_list arguments) {
-    return NoCopyBuffer(format, arguments);
-}
-
-SimpleString SimpleString::concatStrings(const char* first, ...) {
-    va_list others;
-    va_start(others, first);
-    SimpleString joined = join(false, '\0', first, others);
-    va_end(others);
-    return joined;
-}
-
-SimpleString SimpleString::concatStringsWithDelim(bool trailingDelimiter, char delimiter, const char* first,
-                                                  ...) {
-    va_list others;
-    va_start(others, first);
-    SimpleString joined = join(trailingDelimiter, delimiter, first, others);
-    va_end(others);
-    return joined;
-}
-
 std::size_t SimpleString::length() const {
     return std::strlen(text());
 }
@@ -212,7 +130,7 @@ bool SimpleString::endsWith(const char* tail) const {
 }
 
 void SimpleString::erase(std::size_t position) {
-    // Texts of others that already end there may be literals.
+    // Somebody else's text that already ends there may be a literal.
     if (str_ != nullptr && str_ != kOutOfMemory && str_[position] != '\0') {
         str_[position] = '\0';
     }
@@ -235,14 +153,14 @@ int SimpleString::indexOf(const char* place) const {
     return place != nullptr ? static_cast<int>(place - text()) : -1;
 }
 
-void SimpleString::own(char* block, std::size_t bytes) {
+void SimpleString::own(char* block, std::size_t capacity) {
     freeme();
     if (block == nullptr) {
         fail();
         return;
     }
     str_ = block;
-    capacity_ = static_cast<int>(bytes);
+    capacity_ = static_cast<int>(capacity);
 }
 
 void SimpleString::fail() {
@@ -254,13 +172,6 @@ SimpleString::NoCopyBuffer::NoCopyBuffer(int size) : block_(allocate(static_cast
     // Adopted unwritten, it is an empty text.
     if (isValid()) {
         *block_ = '\0';
-    }
-}
-
-SimpleString::NoCopyBuffer::NoCopyBuffer(const char* format, va_list arguments) {
-    char* formatted = nullptr;
-    if (vasprintf(&formatted, format, arguments) >= 0) {
-        block_.reset(formatted);
     }
 }
 

@@ -3,8 +3,16 @@
 #include <cstdarg>
 #include <cstddef>
 #include <memory>
+#include <type_traits>
 
 namespace Valen {
+
+/// A va_list and nothing else: not the 0 of ReFormat("%d", 0), which would become a null va_list where that
+/// is a pointer.
+template <typename List>
+concept ArgumentList = !std::is_null_pointer_v<List> && requires(List list, void (*take)(va_list)) {
+    take(list);
+};
 
 /// A small zero-terminated text that either owns heap memory or merely points at text that someone else
 /// keeps, so that constant texts cost no copy. Formatted text is adopted without a copy; growth allocates
@@ -45,7 +53,11 @@ public:
     const char* append(const char* text);
     /// Replaces the text by printf's, whose arguments may be parts of this very string. @return the new text.
     [[gnu::format(printf, 2, 3)]] const char* ReFormat(const char* format, ...);
-    [[gnu::format(printf, 2, 0)]] const char* ReFormat(const char* format, va_list arguments);
+    /// The same with a va_list.
+    template <ArgumentList Arguments>
+    [[gnu::format(printf, 2, 0)]] const char* ReFormat(const char* format, Arguments arguments) {
+        return reformat(format, arguments);
+    }
 
     [[gnu::format(printf, 1, 2)]] static SimpleString FormatWithParams(const char* format, ...);
     [[gnu::format(printf, 1, 0)]] static SimpleString FormatWith_va_list(const char* format,
@@ -93,11 +105,13 @@ public:
 private:
     static constexpr int kNotOwned = -1;
 
-    const char* text() const { return str_ != nullptr ? str_ : ""; }
+    static const char* orEmpty(const char* text) { return text != nullptr ? text : ""; }
+    const char* text() const { return orEmpty(str_); }
+    [[gnu::format(printf, 2, 0)]] const char* reformat(const char* format, va_list arguments);
     int compare(const char* other) const;
     int indexOf(const char* place) const;
-    /// Becomes the owner of `block` of `bytes` bytes; a null block means that memory ran out.
-    void own(char* block, std::size_t bytes);
+    /// Frees the old text and becomes the owner of `block`; a null block means that memory ran out.
+    void own(char* block, std::size_t capacity);
     void fail();
 
     char* str_ = nullptr;
@@ -131,3 +145,6 @@ private:
 static_assert(sizeof(SimpleString::NoCopyBuffer) == sizeof(char*));
 
 }  // namespace Valen
+
+// As common as a built-in type, it is known without its namespace too.
+using Valen::SimpleString;
