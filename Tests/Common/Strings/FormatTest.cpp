@@ -2,12 +2,17 @@
 
 #include <gmock/gmock.h>
 
+#include <type_traits>
+#include <utility>
+
 #include "Tests/Common/Strings/HeapFaults.h"
 #include "Tests/Common/Strings/StringFields.h"
 
 namespace {
 
 using Valen::Format;
+
+static_assert(std::is_same_v<::Format, Valen::Format>, "known with and without namespace");
 
 TEST(FormatTest, HasTheFieldsOfAString) {
     EXPECT_EQ(sizeof(Format), sizeof(StringFields));

@@ -36,6 +36,19 @@ TEST(SimpleStringTest, ReFormatTakesAnArgumentList) {
     EXPECT_EQ(capacityOf(string), 9);
 }
 
+TEST(SimpleStringTest, AZeroToFormatIsANumberAndNotAnArgumentList) {
+    SimpleString string;
+    EXPECT_STREQ(string.ReFormat("%d!", 0), "0!");
+}
+
+TEST(SimpleStringTest, TheCapacityOfFormattedTextIsWhatPrintfReturns) {
+    SimpleString string;
+    string.ReFormat("ab%ccd", '\0');
+    EXPECT_EQ(capacityOf(string), 5);
+    EXPECT_EQ(string.length(), 2U);
+    EXPECT_EQ(capacityOf(SimpleString::FormatWithParams("ab%ccd", '\0')), 5);
+}
+
 [[gnu::format(printf, 1, 2)]] SimpleString formatted(const char* format, ...) {
     va_list arguments;
     va_start(arguments, format);

@@ -13,6 +13,7 @@ namespace {
 
 using Valen::SimpleString;
 
+static_assert(std::is_same_v<::SimpleString, Valen::SimpleString>, "known with and without namespace");
 static_assert(!std::is_copy_constructible_v<SimpleString>);
 static_assert(std::is_nothrow_move_constructible_v<SimpleString>);
 static_assert(std::is_nothrow_move_assignable_v<SimpleString>);
