@@ -31,7 +31,7 @@ struct Status {
 
 class DaemonTest : public testing::Test {
 protected:
-    ~DaemonTest() override {
+    void TearDown() override {
         if (daemon > 0) {
             kill(daemon, SIGKILL);
             waitpid(daemon, nullptr, 0);
