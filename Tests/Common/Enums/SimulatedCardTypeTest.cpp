@@ -5,6 +5,7 @@
 
 #include <array>
 #include <climits>
+#include <cstring>
 
 #include "Vl/Common/Enums/CardType.h"
 
@@ -23,30 +24,27 @@ SimulatedCardType::Type card(int number) {
 }
 
 TEST(SimulatedCardTypeTest, EachCardReportsItsMajorIdentifier) {
-    const SimulatedCardType cards;
     int number = 0;
     for (const unsigned majorId : kMajorIds) {
-        EXPECT_EQ(majorId, cards.GetMajorForType(card(number)));
-        EXPECT_EQ(number, cards.GetTypeForMajorID(majorId));
+        EXPECT_EQ(majorId, SimulatedCardType::GetMajorForType(card(number)));
+        EXPECT_EQ(number, SimulatedCardType::GetTypeForMajorID(majorId));
         ++number;
     }
 }
 
 TEST(SimulatedCardTypeTest, TheCountAndNumbersOutsideReportZero) {
-    const SimulatedCardType cards;
     for (const int number : {INT_MIN, -1, 26, 27, INT_MAX}) {
-        EXPECT_EQ(0U, cards.GetMajorForType(card(number))) << number;
+        EXPECT_EQ(0U, SimulatedCardType::GetMajorForType(card(number))) << number;
     }
 }
 
 TEST(SimulatedCardTypeTest, IdentifierZeroIsTheFirstCard) {
-    EXPECT_EQ(0, SimulatedCardType().GetTypeForMajorID(0));
+    EXPECT_EQ(0, SimulatedCardType::GetTypeForMajorID(0));
 }
 
 TEST(SimulatedCardTypeTest, AnIdentifierOfNoCardGivesTheFirst) {
-    const SimulatedCardType cards;
     for (const unsigned majorId : {1U, 0x8300504U, 0x83005050U, 0xFFFFFFFFU}) {
-        EXPECT_EQ(0, cards.GetTypeForMajorID(majorId)) << majorId;
+        EXPECT_EQ(0, SimulatedCardType::GetTypeForMajorID(majorId)) << majorId;
     }
 }
 
@@ -58,6 +56,12 @@ TEST(SimulatedCardTypeTest, ANameBeginsWithTheCardTypeThatTheIdentifierHolds) {
                     testing::StartsWith(GetText(static_cast<Enums::CardType::Type>(type))));
         ++number;
     }
+}
+
+TEST(SimulatedCardTypeTest, AnObjectHoldsTheWholeTable) {
+    EXPECT_EQ(26 * sizeof(unsigned), sizeof(SimulatedCardType));
+    const SimulatedCardType cards;
+    EXPECT_EQ(0, std::memcmp(&cards, kMajorIds.data(), sizeof kMajorIds));
 }
 
 TEST(SimulatedCardTypeTest, TheCountIsNoCard) {

@@ -27,19 +27,6 @@ constexpr const char* GetText(AlarmGroup_T group) {
     return TextTable<kRows>::contains(group) ? TextTable<kRows>::textOf(group) : "Information";
 }
 
-/// @return the value whose text equals `text` exactly, -1 when there is none or it is null.
-constexpr AlarmGroup_T GetType(const char* text) {
-    return static_cast<AlarmGroup_T>(TextTable<kRows>::valueOf(text));
-}
-
-/// Whether the number is one of the enumeration's values.
-constexpr bool IsValidNum(long number) {
-    return TextTable<kRows>::contains(number);
-}
-
-/// One past the highest value.
-constexpr int Size() {
-    return TextTable<kRows>::size();
-}
+VL_ENUM_FUNCTIONS_BUT_TEXT(AlarmGroup_T, kRows);
 
 }  // namespace Enums::AlarmGroup

@@ -142,19 +142,6 @@ inline constexpr auto kRows = std::to_array<TextRow>({
 /// @return the value's message, else the number as said; never null.
 const char* GetText(EventDef_T event);
 
-/// @return the value whose text equals `text` exactly, -1 when there is none or it is null.
-constexpr EventDef_T GetType(const char* text) {
-    return static_cast<EventDef_T>(TextTable<kRows>::valueOf(text));
-}
-
-/// Whether the number is one of the enumeration's values.
-constexpr bool IsValidNum(long number) {
-    return TextTable<kRows>::contains(number);
-}
-
-/// One past the highest value.
-constexpr int Size() {
-    return TextTable<kRows>::size();
-}
+VL_ENUM_FUNCTIONS_BUT_TEXT(EventDef_T, kRows);
 
 }  // namespace Enums::EventDefs

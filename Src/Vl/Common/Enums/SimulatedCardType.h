@@ -11,7 +11,8 @@ namespace Enums {
 
 /// The cards that the card simulator can stand for, with the hardware major identifiers that they report. A
 /// name is the card's type (the identifier's highest byte, see CardType.h) and the rest of the identifier.
-/// Immutable after construction; any thread may use it.
+/// The functions are static and look into kSimulatedCards, so that nobody needs an object. Immutable; any
+/// thread may use it.
 class SimulatedCardType {
 public:
     enum Type : int {
@@ -76,15 +77,10 @@ public:
           } {}
 
     /// @return the card's identifier; 0 for a number that is no card.
-    constexpr std::uint32_t GetMajorForType(Type card) const {
-        return IsValidNum(card) ? majorIds_[static_cast<std::size_t>(card)] : 0;
-    }
+    static constexpr std::uint32_t GetMajorForType(Type card);
 
     /// @return the first card with this identifier, 0 (Undefined) when there is none.
-    constexpr Type GetTypeForMajorID(std::uint32_t majorId) const {
-        const auto found = std::find(majorIds_.begin(), majorIds_.end(), majorId);
-        return found == majorIds_.end() ? Undefined : static_cast<Type>(found - majorIds_.begin());
-    }
+    static constexpr Type GetTypeForMajorID(std::uint32_t majorId);
 
     /// @return the card's name, "unknown" for a number that is no card.
     static constexpr const char* GetText(Type card) { return TextTable<kRows>::textOf(card); }
@@ -134,5 +130,18 @@ private:
 
     std::array<std::uint32_t, numberOfEntries> majorIds_;
 };
+
+/// The table that all look into.
+inline constexpr SimulatedCardType kSimulatedCards;
+
+constexpr std::uint32_t SimulatedCardType::GetMajorForType(Type card) {
+    return IsValidNum(card) ? kSimulatedCards.majorIds_[static_cast<std::size_t>(card)] : 0;
+}
+
+constexpr SimulatedCardType::Type SimulatedCardType::GetTypeForMajorID(std::uint32_t majorId) {
+    const auto& majorIds = kSimulatedCards.majorIds_;
+    const auto found = std::find(majorIds.begin(), majorIds.end(), majorId);
+    return found == majorIds.end() ? Undefined : static_cast<Type>(found - majorIds.begin());
+}
 
 }  // namespace Enums

@@ -46,7 +46,7 @@ public:
         return kPool.data();
     }
 
-    /// @return the value whose text equals `text` exactly (case matters), -1 when there is none or `text` is
+    /// @return the value whose text equals `text` exactly (case matters), -1 when there is none or it is
     /// null.
     ///     "unknown" finds nothing unless it stands in a row.
     static constexpr int valueOf(const char* text) {
@@ -213,12 +213,16 @@ private:
 ///   GetType     the value whose text equals the argument exactly; -1 when there is none or it is null
 ///   IsValidNum  whether the number is one of the enumeration's values
 ///   Size        one past the highest value
-#define VL_ENUM_FUNCTIONS(ROWS)                                            \
-    constexpr const char* GetText(Type value) {                            \
-        return ::Enums::TextTable<ROWS>::textOf(value);                    \
-    }                                                                      \
-    constexpr Type GetType(const char* text) {                             \
-        return static_cast<Type>(::Enums::TextTable<ROWS>::valueOf(text)); \
+#define VL_ENUM_FUNCTIONS(ROWS)                         \
+    constexpr const char* GetText(Type value) {         \
+        return ::Enums::TextTable<ROWS>::textOf(value); \
+    }                                                   \
+    VL_ENUM_FUNCTIONS_BUT_TEXT(Type, ROWS)
+
+/// The same without GetText, for an enumeration TYPE that has its own words for numbers without a text.
+#define VL_ENUM_FUNCTIONS_BUT_TEXT(TYPE, ROWS)                             \
+    constexpr TYPE GetType(const char* text) {                             \
+        return static_cast<TYPE>(::Enums::TextTable<ROWS>::valueOf(text)); \
     }                                                                      \
     constexpr bool IsValidNum(long number) {                               \
         return ::Enums::TextTable<ROWS>::contains(number);                 \
@@ -226,4 +230,4 @@ private:
     constexpr int Size() {                                                 \
         return ::Enums::TextTable<ROWS>::size();                           \
     }                                                                      \
-    static_assert(sizeof(Type) == sizeof(int), "a value is an int wherever it is kept")
+    static_assert(sizeof(TYPE) == sizeof(int), "a value is an int wherever it is kept")
