@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <map>
+#include <set>
 #include <string>
 
 namespace {
@@ -145,8 +146,16 @@ TEST(OriginKeyTest, NumbersWithoutATextReadUnknown) {
             EXPECT_STREQ("unknown", OriginKey::GetText(key(number))) << number;
         }
     }
+}
+
+TEST(OriginKeyTest, NumberBehindTheLastReadsUnknown) {
+    EXPECT_STREQ("numberOfEntries", OriginKey::GetText(key(125)));
     EXPECT_STREQ("unknown", OriginKey::GetText(key(126)));
+}
+
+TEST(OriginKeyTest, Number48IsAGapThatReadsUnknownAndIsNotValid) {
     EXPECT_STREQ("unknown", OriginKey::GetText(key(48)));
+    EXPECT_FALSE(OriginKey::IsValidNum(48));
 }
 
 TEST(OriginKeyTest, TextsThatAreNoComponentGiveMinusOne) {
@@ -156,8 +165,7 @@ TEST(OriginKeyTest, TextsThatAreNoComponentGiveMinusOne) {
 }
 
 TEST(OriginKeyTest, GapsAndNumbersOutsideAreNotValid) {
-    const std::map<int, bool> gaps = {{41, false}, {48, false}, {49, false},
-                                      {54, false}, {55, false}, {56, false}};
+    const std::set<int> gaps = {41, 48, 49, 54, 55, 56};
     for (int number = 0; number <= 125; ++number) {
         EXPECT_EQ(!gaps.contains(number), OriginKey::IsValidNum(number)) << number;
     }

@@ -294,9 +294,13 @@ TEST(ParameterIDTest, SizeLeavesTheFarValuesOut) {
 }
 
 TEST(ParameterIDTest, EveryTextBeginsWithTheTypeOfItsValue) {
-    for (const auto& [number, text] : kTexts) {
-        const std::string type = text.substr(0, 2);
-        EXPECT_TRUE(number == 0 || type == "UI" || type == "ST" || type == "BO") << text;
+    EXPECT_STREQ("Undefined", GetText(static_cast<Enums::ParameterID::Type>(0)));
+    for (int number = 1; number < kBeyondAll; ++number) {
+        if (Enums::ParameterID::IsValidNum(number)) {
+            const std::string text = GetText(static_cast<Enums::ParameterID::Type>(number));
+            const std::string type = text.substr(0, 2);
+            EXPECT_TRUE(type == "UI" || type == "ST" || type == "BO") << text;
+        }
     }
 }
 
