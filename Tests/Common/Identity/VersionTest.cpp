@@ -144,14 +144,23 @@ INSTANTIATE_TEST_SUITE_P(WhatFollowsWord2DoesNotMatter, VersionFileTextTest,
                                                  {0x80010203, 4, 0x80010002}},
                                          ReadRow{"v80_0102.03.0004_1_80000000", {0x80010203, 4, 0}}));
 INSTANTIATE_TEST_SUITE_P(
-    AFieldTakesTheLowBitsOfItsNumber, VersionFileTextTest,
-    testing::Values(ReadRow{"v180_10102.103.10004", {0x80010203, 4, 0}},
-                    ReadRow{"v-1_0.0.0", {0xFF000000, 0, 0}}, ReadRow{"v0_-1.-1.-1", {0x00FFFFFF, 0xFFFF, 0}},
-                    ReadRow{"vffffffffffffffffffff_0.0.0", {0xFF000000, 0, 0}},
-                    ReadRow{"v1999-16-32", {0, 0xFE000000, 0}}, ReadRow{"v2152-05-17", {0, kDate, 0}},
-                    ReadRow{"v99999999999999999999-1-1", {0, (0x2FU << 25) | 0x00210000, 0}},
-                    ReadRow{"v-99999999999999999999--1--1", {0, (0x30U << 25) | 0x01FF0000, 0}},
-                    ReadRow{"v0_0.0.0_180000001", {0, 0, 0x80000001}}));
+    ANumberTooLargeForItsFieldSpillsOverOnPurpose, VersionFileTextTest,
+    testing::Values(ReadRow{"v80_1FFFF.3.4", {0x81FFFF03, 4, 0}},
+                    ReadRow{"v80_0102.403.4", {0x80010603, 4, 0}}, ReadRow{"v0_-1.0.0", {0xFFFFFF00, 0, 0}},
+                    ReadRow{"v0_0.-1.0", {0xFFFFFFFF, 0, 0}}, ReadRow{"v2000-16-00", {0, 0x02000000, 0}},
+                    ReadRow{"v2000-00-32", {0, 0x00200000, 0}}, ReadRow{"v2000--1-00", {0, 0xFFE00000, 0}},
+                    ReadRow{"v2000-00--1", {0, 0xFFFF0000, 0}}));
+INSTANTIATE_TEST_SUITE_P(WhereNothingLiesAboveTheLowBitsCount, VersionFileTextTest,
+                         testing::Values(ReadRow{"v180_0102.03.0004", {0x80010203, 4, 0}},
+                                         ReadRow{"v-1_0.0.0", {0xFF000000, 0, 0}},
+                                         ReadRow{"vffffffffffffffffffff_0.0.0", {0xFF000000, 0, 0}},
+                                         ReadRow{"v80_0102.03.10004", {0x80010203, 4, 0}},
+                                         ReadRow{"v80_0102.03.-1", {0x80010203, 0xFFFF, 0}},
+                                         ReadRow{"v1999-00-00", {0, 0xFE000000, 0}},
+                                         ReadRow{"v2152-05-17", {0, kDate, 0}},
+                                         ReadRow{"v99999999999999999999-1-1", {0, 0x5E210000, 0}},
+                                         ReadRow{"v-99999999999999999999-1-1", {0, 0x60210000, 0}},
+                                         ReadRow{"v0_0.0.0_180000001", {0, 0, 0x80000001}}));
 
 class VersionFileTextRefusalTest : public testing::TestWithParam<const char*> {};
 
@@ -178,12 +187,12 @@ TEST(VersionTest, ADateIsReadIntoTheDateFieldsAlone) {
     EXPECT_EQ((Words{0x11223344, 0x00217788, 0x99AABBCC}), version.words);
 }
 
-TEST(VersionTest, DateFieldsTakeTheLowBitsOfTheirNumbers) {
-    Version version;
+TEST(VersionTest, AMonthOrDayTooLargeForItsFieldSpillsOverOnPurposeButNotOutOfTheUpperHalfword) {
+    Version version = kBefore;
     EXPECT_TRUE(version.ParseDate("2128-17-33"));
-    EXPECT_EQ((Words{0, 0x00210000, 0}), version.words);
+    EXPECT_EQ((Words{0x11223344, 0x02217788, 0x99AABBCC}), version.words);
     EXPECT_TRUE(version.ParseDate("-99999999999999999999-99999999999999999999--1"));
-    EXPECT_EQ((Words{0, 0x30U << 25 | 0x01FF0000, 0}), version.words);
+    EXPECT_EQ((Words{0x11223344, 0xFFFF7788, 0x99AABBCC}), version.words);
 }
 
 TEST(VersionTest, ATextThatIsNoDateChangesNothing) {
