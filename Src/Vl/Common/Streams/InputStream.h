@@ -43,8 +43,7 @@ public:
     /// Starts again with a copy of these bytes, in the present buffer when they fit. Null counts as no bytes.
     void init(const char* bytes, int size);
     /// Starts again with a buffer for the caller to fill. @return the first of `size` bytes, all of which
-    /// count as valid; they are at least as long as this and stay where they are until the next call that
-    /// changes the buffer.
+    /// count as valid. They stay where they are until the next call that makes or takes another buffer.
     char* getBuffer(int size);
     /// Moves what fits of the valid bytes into a buffer of this size; the position stays, or is the new end.
     void setBufferSize(int size);

@@ -57,8 +57,8 @@ public:
     void write(const char* bytes, unsigned int size);
     OutputStream& operator<<(const std::string& text);
     OutputStream& operator<<(char value);
-    /// Writes the characters without their terminator, but makes room for it too: a text that just fits
-    /// doubles the buffer.
+    /// Writes the characters without their terminator, but makes room for it too, which is meant: a text that
+    /// just fits doubles the buffer.
     OutputStream& operator<<(const char* text);
     /// Writes what `other` holds; a stream may be written to itself.
     OutputStream& operator<<(const OutputStream& other);
