@@ -2,12 +2,15 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <array>
+#include <cerrno>
 #include <string>
 #include <thread>
 
+#include "Tests/Common/Files/LoggedWorld.h"
 #include "Vl/Common/Files/Descriptor.h"
 #include "Vl/Common/Files/Errno.h"
 
@@ -56,6 +59,13 @@ TEST(ExactIOTest, ErrorsAreReportedAndErrnoSaysWhich) {
     EXPECT_EQ(EBADF, errno);
     EXPECT_FALSE(Valen::writeExact(-1, "x"));
     EXPECT_EQ(EBADF, errno);
+}
+
+TEST(ExactIOTest, ADeviceThatTakesNothingIsAnErrorInsteadOfAnEndlessLoop) {
+    EXPECT_TRUE(holdsInChild([] {
+        denySystemCalls({SYS_write}, 0);  // write(2) says 0 from now on
+        return !Valen::writeExact(STDOUT_FILENO, "x") && errno == EIO;
+    }));
 }
 
 TEST(ExactIOTest, NothingNeedsNoDescriptor) {

@@ -24,8 +24,11 @@ ssize_t readExact(int descriptor, std::span<std::byte> bytes) {
 bool writeExact(int descriptor, std::string_view text) {
     while (!text.empty()) {
         const ssize_t count = ::write(descriptor, text.data(), text.size());
-        if (count >= 0) {
+        if (count > 0) {
             text.remove_prefix(static_cast<std::size_t>(count));
+        } else if (count == 0) {
+            errno = EIO;  // some drivers take nothing and say so for ever
+            return false;
         } else if (errno != EINTR) {
             return false;
         }
