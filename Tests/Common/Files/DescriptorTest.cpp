@@ -48,6 +48,24 @@ TEST(DescriptorTest, AssigningClosesTheEarlierOne) {
     EXPECT_FALSE(descriptor.isValid());
 }
 
+TEST(DescriptorTest, AssigningHandsTheDescriptorOverAtOnce) {
+    Descriptor first = Descriptor::open("/dev/null", O_RDONLY);
+    Descriptor second = Descriptor::open("/dev/zero", O_RDONLY);
+    const int earlier = first.get();
+    const int number = second.get();
+    first = std::move(second);
+    EXPECT_FALSE(isOpen(earlier));
+    EXPECT_EQ(number, first.get());
+    EXPECT_FALSE(second.isValid());  // NOLINT: the moved-from state is what is tested
+}
+
+TEST(DescriptorTest, AssigningItToItselfKeepsItOpen) {
+    Descriptor descriptor = Descriptor::open("/dev/null", O_RDONLY);
+    Descriptor& same = descriptor;
+    descriptor = std::move(same);
+    EXPECT_TRUE(isOpen(descriptor.get()));  // NOLINT: as above
+}
+
 TEST(DescriptorTest, ClosingNowTellsTheResult) {
     Descriptor descriptor = Descriptor::open("/dev/null", O_RDONLY);
     const int number = descriptor.get();

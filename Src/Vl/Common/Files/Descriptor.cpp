@@ -6,7 +6,8 @@
 namespace Valen {
 
 Descriptor& Descriptor::operator=(Descriptor&& other) noexcept {
-    std::swap(number_, other.number_);
+    Descriptor taken(std::move(other));
+    std::swap(number_, taken.number_);
     return *this;
 }
 

@@ -11,6 +11,7 @@ public:
     /// Takes over `descriptor`; negative means none.
     explicit Descriptor(int descriptor) : number_(descriptor) {}
     Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
+    /// Closes what it holds and takes over what `other` holds, which then holds none.
     Descriptor& operator=(Descriptor&& other) noexcept;
     ~Descriptor();
 
