@@ -48,6 +48,11 @@ TEST_F(DirUtilCommandsTest, APlainCommandIsNeitherFormattedNorLogged) {
     EXPECT_THAT(logged(), IsEmpty());
 }
 
+TEST_F(DirUtilCommandsTest, ACommandWithoutTextIsACommand) {
+    EXPECT_EQ(0, DirUtil::SystemExec("%s", ""));
+    EXPECT_THAT(logged(), ElementsAre(debugLine("system: ")));
+}
+
 TEST_F(DirUtilCommandsTest, ACommandThatCannotBeFormattedIsNotRun) {
     EXPECT_EQ(-1, DirUtil::SystemExec("touch /tmp/ran %ls", kNoText));
     EXPECT_EQ(-1, DirUtil::execNonBlocking("touch /tmp/ran %ls", kNoText));

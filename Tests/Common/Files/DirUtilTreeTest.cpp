@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <filesystem>
 #include <stdexcept>
 #include <vector>
@@ -193,6 +194,18 @@ TEST_F(DirUtilTreeTest, TheSizeIsThatOfAllFilesAndNoLinkIsFollowed) {
 TEST_F(DirUtilTreeTest, SizesMayNeedMoreThan32Bits) {
     fs::resize_file("/tmp/from/nothing", 5'000'000'000);
     EXPECT_EQ(5'000'010'001, DirUtil::directorySize("/tmp/from"));
+}
+
+TEST_F(DirUtilTreeTest, ASumThatNoNumberHoldsIsTheLargestNumber) {
+    constexpr std::int64_t kLargest = 9'223'372'036'854'775'807;
+    const std::string first = "/tmp/from/empty/first";
+    world.write(first, "");
+    fs::resize_file(first, kLargest);
+    EXPECT_EQ(kLargest, DirUtil::directorySize("/tmp/from/empty"));
+    for (const char* next : {"/tmp/from/empty/second", "/tmp/from/empty/third"}) {
+        fs::create_hard_link(first, next);
+        EXPECT_EQ(kLargest, DirUtil::directorySize("/tmp/from/empty"));
+    }
 }
 
 TEST_F(DirUtilTreeTest, WhatCannotBeListedHasNoSize) {

@@ -107,7 +107,8 @@ public:
     static bool recursiveCopyWithProgress(const char* from, const char* to,
                                           const std::function<void(int)>& progress);
     /// @return the sum of the sizes in bytes of all regular files in and below a directory, each counted as
-    ///         often as it has names there, links not followed; -1 when not all of it can be listed.
+    ///         often as it has names there, links not followed; INT64_MAX for any larger sum; -1 when not all
+    ///         of it can be listed.
     static std::int64_t directorySize(const char* path);
     /// Reads a whole file of 1 to UINT_MAX bytes.
     /// @param buffer receives a block that the caller frees with free(3).

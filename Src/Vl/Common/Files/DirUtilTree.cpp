@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <limits>
 #include <utility>
 #include <vector>
 
@@ -158,16 +159,18 @@ bool DirUtil::recursiveCopyWithProgress(const char* from, const char* to,
 }
 
 std::int64_t DirUtil::directorySize(const char* path) {
+    constexpr std::uintmax_t kLargestSum = std::numeric_limits<std::int64_t>::max();
     std::error_code error;
-    std::int64_t sum = 0;
+    std::uintmax_t sum = 0;
     for (Entries entry(path, error); !error && entry != Entries(); entry.increment(error)) {
         std::error_code gone;
         if (entry->symlink_status(gone).type() == fs::file_type::regular) {
             const std::uintmax_t size = entry->file_size(gone);
-            sum += gone ? 0 : static_cast<std::int64_t>(size);
+            // Two files full of holes may announce more than there are numbers for.
+            sum = std::min(sum + (gone ? 0 : size), kLargestSum);
         }
     }
-    return error ? -1 : sum;
+    return error ? -1 : static_cast<std::int64_t>(sum);
 }
 
 }  // namespace Valen
