@@ -39,6 +39,18 @@ TEST(TypedFormatTest, ACharacterIsWrittenAsItself) {
     EXPECT_EQ("\xFF", formatted("%?", '\xFF'));
 }
 
+template <typename Argument>
+concept Written = requires(BufBase& buffer, const Argument& argument) {
+    putArgument(buffer, buffer.begin(), argument);
+};
+enum AnyEnumeration : int {};
+
+TEST(TypedFormatTest, WhatIsNoTextAndNoIntegerDoesNotCompile) {
+    static_assert(Written<char> && Written<bool> && Written<std::uint64_t> && Written<char[3]>);
+    static_assert(Written<std::string> && Written<const char*> && Written<Number<short>>);
+    static_assert(!Written<double> && !Written<AnyEnumeration> && !Written<void*> && !Written<int*>);
+}
+
 TEST(TypedFormatTest, ANumberIsWrittenInItsGivenWay) {
     EXPECT_EQ("0x00ff,   -5, 1F", formatted("0x%?, %?, %?", Number(255, 0x10000 | 0x40000 | 4),
                                             Number(-5L, 4), Number(std::uint8_t{31}, 0x30000)));

@@ -40,13 +40,15 @@ inline char* putArgument(BufBase& buffer, char* at, const char* text) {
 inline char* putArgument(BufBase& buffer, char* at, const std::string& text) {
     return buffer.put(at, text.c_str());
 }
-inline char* putArgument(BufBase& buffer, char* at, char character) {
-    const char text[] = {character, '\0'};
-    return buffer.put(at, text);
-}
+/// A template for char, too: a function would take whatever converts to one, such as a double or an enum.
 template <std::integral Value>
 char* putArgument(BufBase& buffer, char* at, Value value) {
-    return Number(value, 0).putInto(buffer, at);
+    if constexpr (std::same_as<Value, char>) {
+        const char text[] = {value, '\0'};
+        return buffer.put(at, text);
+    } else {
+        return Number(value, 0).putInto(buffer, at);
+    }
 }
 template <std::integral Value>
 char* putArgument(BufBase& buffer, char* at, const Number<Value>& number) {
