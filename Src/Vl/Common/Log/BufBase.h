@@ -43,8 +43,7 @@ public:
     char* putLong(char* at, long value, int flags);
 
     /// Copies `format` up to its next placeholder, the two characters "%?". "%%" is copied as one '%', any
-    /// other
-    /// '%' as it is.
+    /// other '%' as it is.
     Processed process(ProcessParam at, const char* format);
 
     char* begin() { return characters_.data(); }

@@ -29,9 +29,8 @@ namespace Valen {
 int report_bug(const char* text, bool withBacktrace);
 
 /// Writes "====> day.month. hour:minute:second (thread id) " in local time, with the name of the calling
-/// thread
-/// ("main" for one that is no Thread) and its kernel id. At most `size` bytes are written, the last of them
-/// zero; nothing when `size` is 0.
+/// thread ("main" for one that is no Thread) and its kernel id. At most `size` bytes are written, the last of
+/// them zero; nothing when `size` is 0.
 /// @return the length of the whole prefix, as snprintf(3) counts.
 int report_bug_log_time(char* destination, std::size_t size);
 

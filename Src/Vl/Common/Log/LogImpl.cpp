@@ -67,6 +67,7 @@ void LogImpl::internalLog(Enums::OriginKey::Type key, SeverityLevel_T severity, 
             writer_->Log(key, level, "%s", text);
         }
     } else {
+        // RAMFILE goes to the console hook alone, which has no output: dropped, on purpose.
         if (writer_ && severity <= SeverityLevel::CONSOLEMAX) {
             writer_->DebugLog(key, level, "%s", text);
         }

@@ -11,16 +11,18 @@ class Logging;
 namespace Valen::Log {
 
 /// The log object that writes to syslog: severities 0 to 6 to the user log, 7 to the service log, 8 to 13 to
-/// the debug log, 14 nowhere. A message is cut at 4999 characters when it is formatted and at 599 when it is
-/// written. Between construction and LogInit(), and after LogUnInit(), messages are dropped.
+/// the debug log, others nowhere. A message is cut at 4999 characters when it is formatted and at 599 when
+/// it is written. Between construction and LogInit(), and after LogUnInit(), messages are dropped.
 class LogImpl : public LogInterface {
 public:
     LogImpl();
     explicit LogImpl(SeverityLevel_T level);
-    /// Says goodbye in the log.
+    /// Writes the shutdown line when the log is open.
     ~LogImpl() override;
 
+    /// Opens the log, anew when it is open, and writes the start line. @return true
     bool LogInit() override;
+    /// Writes the shutdown line and closes the log. @return true
     bool LogUnInit() override;
     [[gnu::format(printf, 4, 5)]] void Log(Enums::OriginKey::Type key, SeverityLevel_T severity,
                                            const char* format, ...) override;

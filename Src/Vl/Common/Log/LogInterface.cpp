@@ -75,6 +75,7 @@ void LogInterface::dumpMemory(Enums::OriginKey::Type key, SeverityLevel_T severi
                               int length) const {
     const auto* bytes = static_cast<const std::byte*>(data);
     const auto end = static_cast<unsigned>(std::max(length, 0));
+    // The log object of the process is asked and written to, whichever this one is, on purpose.
     for (unsigned offset = 0; offset < end && vlLog; offset += sizeof(DumpLine)) {
         if (isWanted(key, severity)) {
             dumpLine(key, severity, offset, bytes + offset,

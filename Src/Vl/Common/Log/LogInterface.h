@@ -18,8 +18,9 @@ using SeverityLevel::SeverityLevel_T;
 /// The log object of a process: a threshold for every component, and the operations that write a message.
 ///
 /// A message is wanted when its severity is at most its component's threshold. Call sites ask first (VL_LOG
-/// does) and the Log operations do not ask again. Any thread may log at any time; thresholds may change
-/// meanwhile, a reader then sees either the old or the new one.
+/// does) and the Log operations do not ask again. Any thread may log between LogInit() and LogUnInit(), which
+/// run while no other does. Thresholds may change at any time: who reads meanwhile sees the old one or the
+/// new. Logging may block, as syslog(3) does; a message that cannot be written is lost without a word.
 class LogInterface {
 public:
     static constexpr int kComponents = Enums::OriginKey::numberOfEntries;
@@ -47,7 +48,7 @@ public:
     /// nothing.
     virtual void Log(Enums::OriginKey::Type key, SeverityLevel_T severity, std::stringstream& text);
 
-    /// Sets all thresholds; a level above 14 is ignored.
+    /// Sets all thresholds; a level above 14 is ignored. A negative one admits nothing.
     void setGlobalComponentSeverity(SeverityLevel_T level);
     /// @return false, with nothing changed, for a key outside 0 to 124 or a level above 14.
     bool SetComponentSeverity(Enums::OriginKey::Type key, SeverityLevel_T level);
@@ -66,8 +67,7 @@ public:
     void dumpMemory(Enums::OriginKey::Type key, SeverityLevel_T severity, const void* data, int length) const;
 
 private:
-    // Atomic without an order: a threshold is one load, and who reads while it changes gets the old or the
-    // new.
+    // Atomic without an order: a threshold is one load, the old one or the new while it changes.
     using Threshold = std::atomic<int>;
     static_assert(sizeof(Threshold) == 4 && Threshold::is_always_lock_free);
 

@@ -8,8 +8,8 @@
 namespace Valen {
 
 /// The syslog writer. Every operation formats its message (cut at 599 characters) and sends "component:
-/// message" to syslog(3) under one of three facilities. It has no state, never calls openlog, and may be used
-/// from any thread.
+/// message" to syslog(3) under one of three facilities. It has no state, never calls openlog, may be used
+/// from any thread, and blocks as syslog(3) does.
 class Logging {
 public:
     using Key = Enums::OriginKey::Type;

@@ -30,7 +30,8 @@ enum SeverityLevel_T : int {
 /// @return the severity's name, "invalid" for a number outside 0 to 14.
 const char* GetText(SeverityLevel_T level);
 
-/// @return the level at which the syslog writer writes a message of this severity.
+/// @return the level at which the syslog writer writes a message of this severity; Info for a number outside
+///         0 to 14.
 Enums::Loglevel::LoglevelType SeverityToLoglevel(SeverityLevel_T level);
 
 }  // namespace Valen::Log::SeverityLevel
