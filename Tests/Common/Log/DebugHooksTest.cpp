@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include <string>
+#include <memory>
 
 #include "Tests/Support/PrivateWorld.h"
 #include "Tests/Support/SyslogReceiver.h"

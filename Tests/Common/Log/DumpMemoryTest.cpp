@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <memory>
 #include <numeric>
+#include <string>
+#include <vector>
 
 #include "Tests/Common/Log/RecordingLog.h"
 
@@ -97,7 +99,7 @@ TEST_F(DumpMemoryTest, WhatIsNotWantedIsNeitherLoggedNorRead) {
     EXPECT_THAT(log->messages, ElementsAre(Message{61, 8, "[000]: 03020100"}));
 }
 
-TEST_F(DumpMemoryTest, AKeyAboveTheTableAdmitsNegativeSeveritiesOnly) {
+TEST_F(DumpMemoryTest, AKeyAboveTheTableAdmitsNegativeSeveritiesOnlyOnPurpose) {
     for (const int key : {125, 200}) {
         log->messages.clear();
         log->dumpMemory(static_cast<Key>(key), static_cast<Severity>(0), bytes.data(), 4);
@@ -130,8 +132,8 @@ TEST_F(DumpMemoryTest, ItStopsEarlyWhenTheLogObjectIsGone) {
     EXPECT_THAT(lastingLog.messages, ElementsAre(Message{61, 7, kFirstLine}));
 }
 
-TEST_F(DumpMemoryTest, TheLogObjectOfTheProcessReceivesTheLines) {
-    const RecordingLog other;
+TEST_F(DumpMemoryTest, TheLogObjectOfTheProcessReceivesTheLinesOnPurpose) {
+    const RecordingLog other(static_cast<Severity>(0));  // nor does its threshold count
     other.dumpMemory(kOled, kService, bytes.data(), 4);
     EXPECT_THAT(other.messages, IsEmpty());
     EXPECT_THAT(log->messages, ElementsAre(Message{61, 7, "[000]: 03020100"}));

@@ -3,13 +3,14 @@
 #include <gmock/gmock.h>
 
 #include <cstdarg>
+#include <memory>
+#include <sstream>
 #include <string>
 #include <vector>
 
 #include "Tests/Support/PrivateWorld.h"
 #include "Tests/Support/SyslogReceiver.h"
 #include "Vl/Common/Log/BufBase.h"
-#include "Vl/Common/Log/Logging.h"
 
 namespace {
 
@@ -58,6 +59,13 @@ TEST_F(LogImplTest, DestructionLogsTheShutdownBanner) {
     EXPECT_THAT(syslog.texts(), ElementsAre("Logging: ******* Logging shutdown ******"));
 }
 
+TEST_F(LogImplTest, DestructionOfAClosedLogWritesNothing) {
+    openedLog().LogUnInit();
+    syslog.texts();
+    vlLog.reset();
+    EXPECT_THAT(syslog.texts(), IsEmpty());
+}
+
 TEST_F(LogImplTest, NothingIsWrittenBeforeInitAndAfterUnInit) {
     LogImpl log;
     log.Log(kOled, static_cast<SeverityLevel_T>(3), "early");
@@ -92,9 +100,15 @@ INSTANTIATE_TEST_SUITE_P(Table, LogImplRouteTest,
                                          Route{12, kLocal2, 6}, Route{13, kLocal2, 6}),
                          [](const auto& route) { return "Severity" + std::to_string(route.param.severity); });
 
-TEST_F(LogImplTest, RamFileMessagesAndUnknownSeveritiesReachNothing) {
+TEST_F(LogImplTest, RamFileMessagesReachNothingOnPurpose) {
     LogImpl& log = openedLog();
-    for (const int severity : {14, 15, 99, -1}) {
+    log.Log(kOled, static_cast<SeverityLevel_T>(14), "dropped");
+    EXPECT_THAT(syslog.texts(), IsEmpty());
+}
+
+TEST_F(LogImplTest, UnknownSeveritiesReachNothing) {
+    LogImpl& log = openedLog();
+    for (const int severity : {15, 99, -1}) {
         log.Log(kOled, static_cast<SeverityLevel_T>(severity), "dropped");
     }
     EXPECT_THAT(syslog.texts(), IsEmpty());
@@ -217,44 +231,5 @@ TEST_F(LogImplTest, WithoutALogObjectCallSitesEvaluateAndWriteNothing) {
     EXPECT_EQ(0, evaluated);
     EXPECT_THAT(syslog.texts(), IsEmpty());
 }
-
-struct WriterRow {
-    int loglevel;
-    int syslogLevel;
-};
-
-/// The members that take a va_list, called as their callers do.
-using ListWriter = void (*)(Enums::OriginKey::Type, Enums::Loglevel::LoglevelType, const char*, va_list);
-
-void writeList(ListWriter writer, Enums::Loglevel::LoglevelType level, const char* format, ...) {
-    va_list list;
-    va_start(list, format);
-    writer(kOled, level, format, list);
-    va_end(list);
-}
-
-class LoggingTest : public LogImplTest, public testing::WithParamInterface<WriterRow> {};
-
-TEST_P(LoggingTest, EveryMemberWritesToItsFacilityAtTheLevelOfTheTable) {
-    const auto level = static_cast<Enums::Loglevel::LoglevelType>(GetParam().loglevel);
-    const int expected = GetParam().syslogLevel;
-    Valen::Logging writer;
-    writer.Log(kOled, level, "a%d", 1);
-    Valen::Logging::StaticLog(kOled, level, "b%d", 2);
-    writer.UserLog(kOled, level, "c%d", 3);
-    Valen::Logging::StaticUserLog(kOled, level, "d%d", 4);
-    writer.DebugLog(kOled, level, "e%d", 5);
-    writeList(Valen::Logging::vStaticLog, level, "f%d", 6);
-    writeList(Valen::Logging::vStaticUserLog, level, "g%d", 7);
-    EXPECT_THAT(syslog.lines(),
-                ElementsAre(LogLine{kLocal0, expected, "OLED: a1"}, LogLine{kLocal0, expected, "OLED: b2"},
-                            LogLine{kLocal1, expected, "OLED: c3"}, LogLine{kLocal1, expected, "OLED: d4"},
-                            LogLine{kLocal2, expected, "OLED: e5"}, LogLine{kLocal0, expected, "OLED: f6"},
-                            LogLine{kLocal1, expected, "OLED: g7"}));
-}
-
-INSTANTIATE_TEST_SUITE_P(Table, LoggingTest,
-                         testing::Values(WriterRow{1, 3}, WriterRow{2, 4}, WriterRow{3, 6}, WriterRow{4, 7},
-                                         WriterRow{0, 5}, WriterRow{5, 5}, WriterRow{-1, 5}));
 
 }  // namespace

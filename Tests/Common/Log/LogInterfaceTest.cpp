@@ -4,8 +4,9 @@
 
 #include <atomic>
 #include <cstdint>
-#include <string>
+#include <sstream>
 #include <thread>
+#include <vector>
 
 #include "Tests/Common/Log/RecordingLog.h"
 #include "Vl/Common/Log/LogImpl.h"
@@ -125,24 +126,6 @@ TEST(LogInterfaceTest, AStreamIsReadAgainAfterItsEnd) {
     log.Log(key(61), severity(3), text);
     const std::vector<support::Message> expected = {{61, 3, "a"}, {61, 3, "b"}, {61, 3, "a"}, {61, 3, "b"}};
     EXPECT_EQ(expected, log.messages);
-}
-
-TEST(SeverityLevelTest, EverySeverityHasItsText) {
-    const char* const texts[] = {"EMERGENCY",  "ALERT",         "CRITICAL",        "ERROR",      "WARNING",
-                                 "NOTICE",     "INFO",          "SERVICE",         "DEBUG",      "DETAILED",
-                                 "CONSOLEMIN", "CONSOLENORMAL", "CONSOLEDETAILED", "CONSOLEMAX", "RAMFILE"};
-    for (int level = 0; level <= 14; ++level) {
-        EXPECT_STREQ(texts[level], Valen::Log::SeverityLevel::GetText(severity(level)));
-    }
-    EXPECT_STREQ("invalid", Valen::Log::SeverityLevel::GetText(severity(15)));
-    EXPECT_STREQ("invalid", Valen::Log::SeverityLevel::GetText(severity(-1)));
-}
-
-TEST(SeverityLevelTest, SeveritiesAboveThirteenAreWrittenAtLevelThree) {
-    const int loglevels[] = {1, 1, 1, 1, 2, 2, 3, 3, 3, 3, 3, 3, 3, 3, 3, 3};
-    for (int level = 0; level <= 15; ++level) {
-        EXPECT_EQ(loglevels[level], Valen::Log::SeverityLevel::SeverityToLoglevel(severity(level))) << level;
-    }
 }
 
 }  // namespace
