@@ -72,7 +72,7 @@ SimpleString& SimpleString::operator=(const char* text) {
     return *this;
 }
 
-const char* SimpleString::assign(const char* text) {
+char* SimpleString::assign(const char* text) {
     text = orEmpty(text);
     const std::size_t needed = std::strlen(text) + 1;
     if (hasMemoryAllocated() && needed <= static_cast<std::size_t>(capacity_)) {

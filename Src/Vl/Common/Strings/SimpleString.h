@@ -45,17 +45,17 @@ public:
     SimpleString& operator=(SimpleString&& other) noexcept;
     SimpleString& operator=(const char* text);
     /// Copies `text`, which may be a part of this very string: in place when it fits, else into a new block.
-    /// @return the new text.
-    const char* assign(const char* text);
+    /// @return the new text, which may be written to while hasMemoryAllocated().
+    char* assign(const char* text);
     /// Appends `text`, which may be a part of this very string: in place when it fits, else in a new block.
     SimpleString& operator+=(const char* text);
     /// Appends `text`, which may be a part of this very string, always in a new block. @return the new text.
-    const char* append(const char* text);
+    char* append(const char* text);
     /// Replaces the text by printf's, whose arguments may be parts of this very string. @return the new text.
-    [[gnu::format(printf, 2, 3)]] const char* ReFormat(const char* format, ...);
+    [[gnu::format(printf, 2, 3)]] char* ReFormat(const char* format, ...);
     /// The same with a va_list.
     template <ArgumentList Arguments>
-    [[gnu::format(printf, 2, 0)]] const char* ReFormat(const char* format, Arguments arguments) {
+    [[gnu::format(printf, 2, 0)]] char* ReFormat(const char* format, Arguments arguments) {
         return reformat(format, arguments);
     }
 
@@ -107,7 +107,7 @@ private:
 
     static const char* orEmpty(const char* text) { return text != nullptr ? text : ""; }
     const char* text() const { return orEmpty(str_); }
-    [[gnu::format(printf, 2, 0)]] const char* reformat(const char* format, va_list arguments);
+    [[gnu::format(printf, 2, 0)]] char* reformat(const char* format, va_list arguments);
     int compare(const char* other) const;
     int indexOf(const char* place) const;
     /// Frees the old text and becomes the owner of `block`; a null block means that memory ran out.

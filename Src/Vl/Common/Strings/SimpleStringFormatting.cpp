@@ -39,11 +39,11 @@ SimpleString join(bool trailingDelimiter, char delimiter, const char* first, va_
 
 }  // namespace
 
-const char* SimpleString::append(const char* text) {
+char* SimpleString::append(const char* text) {
     return ReFormat("%s%s", this->text(), orEmpty(text));
 }
 
-const char* SimpleString::ReFormat(const char* format, ...) {
+char* SimpleString::ReFormat(const char* format, ...) {
     va_list arguments;
     va_start(arguments, format);
     reformat(format, arguments);
@@ -51,7 +51,7 @@ const char* SimpleString::ReFormat(const char* format, ...) {
     return str_;
 }
 
-const char* SimpleString::reformat(const char* format, va_list arguments) {
+char* SimpleString::reformat(const char* format, va_list arguments) {
     char* formatted = nullptr;
     const int length = vasprintf(&formatted, format, arguments);
     // Only now is the old text freed: the arguments may be parts of it.
