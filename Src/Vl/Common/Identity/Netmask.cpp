@@ -68,7 +68,7 @@ bool separateSwitchIPAndMask(const char* text, SimpleIp& ip, SimpleIp& mask) {
         return false;
     }
     const std::optional<SimpleIp> address = readAddress(std::string(whole.substr(0, slash)).c_str());
-    const int bits = readBits(text + slash + 1);
+    const int bits = readBits(whole.data() + slash + 1);
     if (!address || bits < 0) {
         return false;
     }
