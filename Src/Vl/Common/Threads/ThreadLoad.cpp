@@ -62,6 +62,7 @@ void Thread::getCPULoadSummary(std::ostream& out, std::vector<LoadBuffer>& buffe
     out << "Thread CPU loads\n"
            "tot -   since last\n";
     std::vector<Row> rows;
+    rows.reserve(known_threads.size() + 1);
     for (const Thread* thread : known_threads) {
         rows.push_back({thread->tid(), thread->name(), thread->threadId_});
     }
