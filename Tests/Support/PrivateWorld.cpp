@@ -14,14 +14,29 @@
 namespace support {
 namespace {
 
+namespace fs = std::filesystem;
+
 constexpr auto kUsualNodes =
     std::to_array<std::string_view>({"null", "zero", "full", "random", "urandom", "tty", "ptmx", "pts", "shm",
                                      "fuse", "stdin", "stdout", "stderr", "fd"});
-constexpr auto kOurs = std::to_array<std::string_view>({"pattern", "fw", "i2c", "fpga"});
 
-template <typename Names>
-bool isOneOf(const Names& names, std::string_view name) {
-    return std::find(names.begin(), names.end(), name) != names.end();
+bool isUsualNode(std::string_view name) {
+    return std::find(kUsualNodes.begin(), kUsualNodes.end(), name) != kUsualNodes.end();
+}
+
+/// The entry of `directory` that leads to `path`, empty when none does.
+fs::path entryTowards(const fs::path& path, const fs::path& directory) {
+    const fs::path below = path.lexically_relative(directory);
+    return below.empty() || *below.begin() == ".." ? fs::path() : *below.begin();
+}
+
+/// Keeps only what the running test needs of a directory in which the checkout may lie.
+boardsim::KeepEntry keepCheckout(const fs::path& directory) {
+    return [needed = std::array{entryTowards(fs::current_path(), directory),
+                                entryTowards(fs::read_symlink("/proc/self/exe"), directory),
+                                entryTowards(__FILE__, directory)}](std::string_view name) {
+        return std::find(needed.begin(), needed.end(), name) != needed.end();
+    };
 }
 
 }  // namespace
@@ -31,10 +46,9 @@ PrivateWorld::PrivateWorld() {
         boardsim::coverDirectory(directory, keep);
         covered_.emplace_back(directory);
     };
-    const auto notOurs = [](std::string_view name) { return !isOneOf(kOurs, name); };
-    cover("/dev", [](std::string_view name) { return isOneOf(kUsualNodes, name); });
-    cover("/opt", notOurs);
-    cover("/tmp", notOurs);
+    cover("/dev", isUsualNode);
+    cover("/opt", keepCheckout("/opt"));
+    cover("/tmp", keepCheckout("/tmp"));
     cover("/sys/bus", boardsim::keepNothing);
 }
 

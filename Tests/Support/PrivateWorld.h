@@ -6,10 +6,10 @@
 
 namespace support {
 
-/// One test's own outside world. From construction to destruction /dev (but for the usual nodes),
-/// /opt/pattern, /opt/fw, /tmp/i2c, /tmp/fpga and /sys/bus are empty, and what is created in /dev, /opt, /tmp
-/// and /sys/bus lives in memory and is gone afterwards. The program's main() (target test_support) has
-/// entered a private mount namespace before, so nothing of the machine is touched.
+/// One test's own outside world. From construction to destruction /dev (but for the usual nodes), /opt, /tmp
+/// and /sys/bus are empty (but for the way to the checkout and the working directory, should they lie there),
+/// and what is created in them lives in memory and is gone afterwards. The program's main() (target
+/// test_support) has entered a private mount namespace before, so nothing of the machine is touched.
 class PrivateWorld {
 public:
     PrivateWorld();

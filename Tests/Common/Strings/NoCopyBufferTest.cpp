@@ -30,12 +30,12 @@ TEST(NoCopyBufferTest, HasTheRoomAskedFor) {
 TEST(NoCopyBufferTest, AStringAdoptsItsMemoryWithTheLengthAsCapacity) {
     SimpleString::NoCopyBuffer buffer(12);
     char* memory = buffer.get();
-    std::strcpy(memory, "adopted");
+    std::memcpy(memory, "adopted", sizeof("adopted"));
     WatchedHeap heap;
     const SimpleString string(std::move(buffer));
     EXPECT_EQ(string.c_str(), memory);
     EXPECT_EQ(capacityOf(string), 7);
-    EXPECT_FALSE(buffer.isValid());
+    EXPECT_FALSE(buffer.isValid());  // NOLINT: the moved-from state is what is tested
     EXPECT_EQ(heap->allocations, 0);
 }
 

@@ -125,7 +125,7 @@ TEST(SimpleStringTest, MovingTakesPointerAndCapacity) {
     const SimpleString target(std::move(source));
     EXPECT_EQ(target.c_str(), text);
     EXPECT_EQ(capacityOf(target), 6);
-    expectMovedFrom(source);
+    expectMovedFrom(source);  // NOLINT: the moved-from state is what is tested
 }
 
 TEST(SimpleStringTest, MovingANonOwnedTextStillPointsAtIt) {
@@ -134,7 +134,7 @@ TEST(SimpleStringTest, MovingANonOwnedTextStillPointsAtIt) {
     const SimpleString target(std::move(source));
     EXPECT_EQ(target.c_str(), text);
     EXPECT_EQ(capacityOf(target), -1);
-    expectMovedFrom(source);
+    expectMovedFrom(source);  // NOLINT: the moved-from state is what is tested
 }
 
 TEST(SimpleStringTest, MoveAssignmentFreesTheOldTextAndTakesTheOther) {
@@ -147,7 +147,7 @@ TEST(SimpleStringTest, MoveAssignmentFreesTheOldTextAndTakesTheOther) {
     EXPECT_EQ(heap->allocations, 0);
     EXPECT_EQ(target.c_str(), text);
     EXPECT_EQ(capacityOf(target), 9);
-    expectMovedFrom(source);
+    expectMovedFrom(source);  // NOLINT: the moved-from state is what is tested
 }
 
 TEST(SimpleStringTest, MoveAssignmentToItselfChangesNothing) {
@@ -161,7 +161,7 @@ TEST(SimpleStringTest, MoveAssignmentToItselfChangesNothing) {
 TEST(SimpleStringTest, QueriesOnAMovedFromStringAnswerAsForAnEmptyText) {
     SimpleString moved("text");
     const SimpleString target(std::move(moved));
-    EXPECT_EQ(moved.c_str(), nullptr);
+    EXPECT_EQ(moved.c_str(), nullptr);  // NOLINT: the moved-from state is what is tested
     EXPECT_EQ(moved.length(), 0U);
     EXPECT_TRUE(moved.empty());
     EXPECT_EQ(moved[0], '\0');
@@ -180,7 +180,7 @@ TEST(SimpleStringTest, AMovedFromStringCanBeChangedAgain) {
     const auto movedFrom = [] {
         SimpleString source("text");
         const SimpleString target(std::move(source));
-        return source;
+        return source;  // NOLINT: the moved-from state is what is wanted
     };
     SimpleString assigned = movedFrom();
     assigned = "again";
