@@ -15,6 +15,7 @@
 
 #include "Tests/Common/Threads/SystemCalls.h"
 #include "Tests/Common/Threads/ThreadWorld.h"
+#include "Vl/Common/Log/BugReport.h"
 
 namespace {
 
@@ -356,12 +357,18 @@ TEST_F(ThreadTest, TheStackIsAsLargeAsAskedFor) {
     EXPECT_GE(size, wanted);
 }
 
-TEST_F(ThreadTest, AStackBelowTheSystemsMinimumBecomesTheMinimum) {
-    for (const int wanted : {1, 20480}) {
+TEST_F(ThreadTest, AStackTooSmallForTheThreadsOwnMessagesBecomesLargeEnough) {
+    for (const int wanted : {1, 16384, 20480}) {
         std::size_t size = 0;
-        run([&size] { size = ownStackSize(); }, wanted);
-        EXPECT_GE(size, std::size_t{16384});
+        run(
+            [&size] {
+                size = ownStackSize();
+                Valen::report_bug(true, "%s", "a report needs its room too");
+            },
+            wanted);
+        EXPECT_GE(size, std::size_t{65536} - std::size_t{4096});
     }
+    EXPECT_THAT(bugs(), testing::HasSubstr("a report needs its room too"));
 }
 
 TEST_F(ThreadTest, ANegativeStackSizeIsRefused) {

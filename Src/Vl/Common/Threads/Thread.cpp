@@ -13,6 +13,10 @@
 namespace Valen {
 namespace {
 
+/// What each thread needs for its own messages and, when it is taken for dead, for its own backtrace. The
+/// system's minimum (16 KB on some machines) leaves no room for them.
+constexpr long kSmallestStack = 65536;
+
 class Attributes {
 public:
     Attributes() { pthread_attr_init(&attributes_); }
@@ -25,9 +29,8 @@ public:
                                     detached ? PTHREAD_CREATE_DETACHED : PTHREAD_CREATE_JOINABLE);
     }
     int setStackSize(int size) {
-        const long minimum = sysconf(_SC_THREAD_STACK_MIN);
-        return pthread_attr_setstacksize(&attributes_,
-                                         static_cast<std::size_t>(std::max<long>(size, minimum)));
+        const long enough = std::max({long{size}, kSmallestStack, sysconf(_SC_THREAD_STACK_MIN)});
+        return pthread_attr_setstacksize(&attributes_, static_cast<std::size_t>(enough));
     }
     const pthread_attr_t* native() const { return &attributes_; }
 
