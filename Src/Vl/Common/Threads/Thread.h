@@ -50,8 +50,8 @@ public:
 
     /// Starts the thread; quit requests from before are forgotten. On return it bears its name (at most the
     /// first 15 characters of the component's text, the kernel's limit) and is ready for signals.
-    /// `stackSize` in bytes; 0 is the system's default. Less than 64 KB or than the system's minimum (128 KB on
-    /// the device) becomes that. A detached thread cannot be joined.
+    /// `stackSize` in bytes; 0 is the system's default. Less than 64 KB or than the system's minimum (128 KB
+    /// on the device) becomes that. A detached thread cannot be joined.
     /// @return 0 or the error of pthread_create(3); EINVAL for a negative size; EBUSY, with nothing changed,
     /// while an earlier start still runs or is not joined.
     int start(bool detached, int stackSize);
