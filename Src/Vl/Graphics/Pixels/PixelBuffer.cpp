@@ -15,3 +15,10 @@ void PixelBuffer::blendMask(int start, int gap, const CoverageMask& mask, rgba c
         }
     }
 }
+
+void PixelBuffer::setPixels(int start, std::span<const rgba> colours) {
+    int64_t index = start;
+    for (const rgba colour : colours) {
+        setPixel(saturated(index++), colour);
+    }
+}

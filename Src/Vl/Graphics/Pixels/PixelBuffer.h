@@ -1,5 +1,7 @@
 #pragma once
 
+#include <span>
+
 #include "Vl/Graphics/Pixels/CoverageMask.h"
 #include "Vl/Graphics/Pixels/Rgba.h"
 
@@ -35,4 +37,8 @@ public:
     /// Blends a rectangle of coverage in one colour: every value other than 0 does what `setPixel` does
     /// with the colour's coverage replaced by CoverageMask::scaled. Values of 0 leave their pixel alone.
     virtual void blendMask(int start, int gap, const CoverageMask& mask, rgba colour);
+
+    /// Blends a row of pixels: does what `setPixel` does for each of `colours`, the first at index `start`.
+    /// Those that fall outside the buffer are ignored. The colours must not lie in the buffer itself.
+    virtual void setPixels(int start, std::span<const rgba> colours);
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <limits>
 #include <memory>
@@ -44,6 +45,43 @@ protected:
     void adopt(std::unique_ptr<Word[]> pixels, int count) {
         pixels_ = std::move(pixels);
         count_ = count;
+    }
+
+    /// Hands what lies inside of each row of a rectangle to `fill(first index, length)`. Rows without a gap
+    /// are one span; a row that begins outside ends it.
+    template <typename Fill>
+    void forEachSpan(int start, int gap, int width, int height, const Fill& fill) const {
+        if (width <= 0 || height <= 0) {
+            return;
+        }
+        int64_t length = width;
+        if (gap == 0) {
+            length *= height;
+            height = 1;
+        }
+        const int64_t stride = int64_t{width} + gap;
+        if (stride == 0) {  // every row is the first one
+            height = 1;
+        }
+        int64_t row = start;
+        for (int left = height; left > 0 && contains(row); --left, row += stride) {
+            fill(row, std::min(length, count_ - row));
+        }
+    }
+
+    /// What lies inside of a row of pixels: `length` of them, possibly none, from index `first`, once
+    /// `skipped` were left out at the front.
+    struct Clipped {
+        int64_t first;
+        int64_t skipped;
+        int64_t length;
+    };
+
+    Clipped clipped(int start, size_t wanted) const {
+        const int64_t skipped = std::max<int64_t>(0, -int64_t{start});
+        const int64_t first = start + skipped;
+        const int64_t length = std::min(static_cast<int64_t>(wanted) - skipped, count_ - first);
+        return {first, skipped, std::max<int64_t>(0, length)};
     }
 
 private:

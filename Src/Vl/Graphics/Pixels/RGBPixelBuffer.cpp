@@ -85,30 +85,11 @@ void RGBPixelBuffer::resize(int width, int height) {
 }
 
 void RGBPixelBuffer::fillRect(int start, int gap, int width, int height, rgba colour) {
-    if (width <= 0 || height <= 0) {
-        return;
-    }
     const uint16_t pixel = Rgb565::fromColour(colour);
-    if (gap == 0) {  // rows without a gap are one span
-        return fillSpan(start, int64_t{width} * height, pixel, colour.a());
-    }
-    const int64_t stride = int64_t{width} + gap;
-    if (stride == 0) {  // every row is the first one
-        height = 1;
-    }
-    int64_t row = start;
-    for (int left = height; left > 0 && contains(row); --left, row += stride) {
-        fillSpan(row, width, pixel, colour.a());
-    }
-}
-
-void RGBPixelBuffer::fillSpan(int64_t start, int64_t length, uint16_t pixel, uint8_t coverage) {
-    if (!contains(start)) {
-        return;
-    }
-    length = std::min(length, count() - start);
-    fillPixels(pixels() + start, length, pixel);
-    std::memset(alpha_.get() + start, coverage, static_cast<size_t>(length));
+    forEachSpan(start, gap, width, height, [&](int64_t first, int64_t length) {
+        fillPixels(pixels() + first, length, pixel);
+        std::memset(alpha_.get() + first, colour.a(), static_cast<size_t>(length));
+    });
 }
 
 void RGBPixelBuffer::blendMask(int start, int gap, const CoverageMask& mask, rgba colour) {

@@ -35,7 +35,5 @@ public:
     const uint8_t* alpha() const { return alpha_.get(); }
 
 private:
-    void fillSpan(int64_t start, int64_t length, uint16_t pixel, uint8_t coverage);
-
     std::unique_ptr<uint8_t[]> alpha_;
 };
