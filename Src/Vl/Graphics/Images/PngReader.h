@@ -48,6 +48,8 @@ public:
     /// Bytes per pixel: 1 grey, 2 grey and alpha, 3 RGB, 4 RGBA.
     int channels() const { return channels_; }
     const std::vector<uint8_t>& pixels() const { return pixels_; }
+    /// The samples of one row, `width() * channels()` bytes of `pixels()`.
+    const uint8_t* row(int index) const { return pixels_.data() + int64_t{index} * width_ * channels_; }
 
 private:
     struct CloseFile {

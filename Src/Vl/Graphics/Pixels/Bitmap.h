@@ -76,6 +76,29 @@ public:
     ///     image, −7 a palette image, −8 a bit depth other than 8. On failure nothing is drawn or moved.
     int loadpng(const char* path, bool resize);
 
+    /// Blends a JPEG file about the drawing position and moves the position past it.
+    ///
+    /// Baseline and progressive files of three components are read; pixels outside the bitmap are dropped.
+    /// With `resize` the bitmap takes the image's size first. Images of more than 65,500 pixels a side or
+    /// more than JpegReader::kMostPixels are refused (−2). A file that ends early is drawn with what libjpeg
+    /// makes of the rest. What is wrong with a file, libjpeg's warnings as well, is told on standard error.
+    /// Blocks while it reads the file. Throws std::bad_alloc when memory is short.
+    /// @return 0, or −1 "can't open %s\n", −2 a libjpeg error, −3 not RGB ("invalid color space\n"), −4 not
+    ///     three components, such as grey or CMYK ("invalid number of components\n"). On failure nothing is
+    ///     drawn or moved; but if libjpeg fails amid the rows, those before it are drawn and the position is
+    ///     that of the image's top-left pixel.
+    int loadjpeg(const char* path, bool resize);
+
+    /// Writes the picture to `path` as a PNG file with alpha, and to a second one its alpha as opaque grey.
+    /// The second name is `path` with "_alp.png" behind it ("a.png_alp.png"), cut to 99 characters.
+    ///
+    /// Coverage 0-128 becomes alpha 0-255 as coverage · 255 >> 7, of which the low 8 bits are kept. A buffer
+    /// that reads opaque as 255, as RGBPixelBuffer does, therefore comes out with alpha 252, which is meant.
+    ///
+    /// Every failure (a path that cannot be opened, a full disk, an empty bitmap, no memory) prints a message
+    /// on standard error and ends the process; WritePng.h lists messages and statuses. Blocks.
+    void SavePng(const char* path) const;
+
 protected:
     void setSize(int width, int height) {
         width_ = width;
