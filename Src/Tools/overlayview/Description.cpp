@@ -76,8 +76,9 @@ std::string plain(const Json& value) {
 }  // namespace
 
 std::string asText(const std::string& file, const Description& description) {
+    const Json known = facts(file, description);
     std::string text;
-    for (const auto& [name, value] : facts(file, description).items()) {
+    for (const auto& [name, value] : known.items()) {
         text += line(name, plain(value));
     }
     const Findings& findings = description.findings;
@@ -86,8 +87,9 @@ std::string asText(const std::string& file, const Description& description) {
 }
 
 std::string asJson(const std::string& file, const Description& description) {
+    const Json known = facts(file, description);
     Json json;
-    for (const auto& [name, value] : facts(file, description).items()) {
+    for (const auto& [name, value] : known.items()) {
         std::string key = name;
         std::replace(key.begin(), key.end(), ' ', '_');
         json[key] = value;
