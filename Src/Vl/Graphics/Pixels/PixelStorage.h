@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <limits>
 #include <memory>
+#include <span>
 #include <utility>
 
 #include "Vl/Graphics/Pixels/PixelBuffer.h"
@@ -69,19 +70,20 @@ protected:
         }
     }
 
-    /// What lies inside of a row of pixels: `length` of them, possibly none, from index `first`, once
-    /// `skipped` were left out at the front.
+    /// What falls into the buffer of a row of colours that begins at index `start`, and the index of its
+    /// first; no colours and index 0 when nothing does.
     struct Clipped {
-        int64_t first;
-        int64_t skipped;
-        int64_t length;
+        int64_t first = 0;
+        std::span<const rgba> colours;
     };
 
-    Clipped clipped(int start, size_t wanted) const {
-        const int64_t skipped = std::max<int64_t>(0, -int64_t{start});
-        const int64_t first = start + skipped;
-        const int64_t length = std::min(static_cast<int64_t>(wanted) - skipped, count_ - first);
-        return {first, skipped, std::max<int64_t>(0, length)};
+    Clipped clipped(int start, std::span<const rgba> colours) const {
+        const int64_t first = std::max(start, 0);
+        const int64_t end = std::min(start + static_cast<int64_t>(colours.size()), int64_t{count_});
+        if (first >= end) {
+            return {};
+        }
+        return {first, colours.subspan(static_cast<size_t>(first - start), static_cast<size_t>(end - first))};
     }
 
 private:

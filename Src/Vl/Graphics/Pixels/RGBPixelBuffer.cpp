@@ -66,6 +66,11 @@ void RGBPixelBuffer::setPixel(int index, rgba colour) {
     }
 }
 
+void RGBPixelBuffer::setPixels(int start, std::span<const rgba> colours) {
+    const auto [first, inside] = clipped(start, colours);
+    Rgb565::blendRow(pixels() + first, alpha_.get() + first, inside);
+}
+
 rgba RGBPixelBuffer::getPixel(int index) const {
     if (!contains(index)) {
         return 0;

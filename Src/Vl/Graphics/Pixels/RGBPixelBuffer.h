@@ -27,6 +27,8 @@ public:
 
     void blendMask(int start, int gap, const CoverageMask& mask, rgba colour) override;
 
+    void setPixels(int start, std::span<const rgba> colours) override;
+
     /// Reverses the order of all pixels in place, which turns the picture by 180 degrees.
     void rotate();
 

@@ -12,7 +12,12 @@ namespace {
 using Unsigned = uint16_t __attribute__((vector_size(16)));
 using Bytes = uint8_t __attribute__((vector_size(8)));
 
+constexpr int kBlock = 8;
 constexpr uint64_t kHighBits = 0x8080808080808080U;
+
+// Which half of a word comes first in memory.
+constexpr int kLow = std::endian::native == std::endian::big ? 1 : 0;
+constexpr int kHigh = 1 - kLow;
 
 template <typename To, typename From>
 To load(const From* from) {
@@ -30,6 +35,12 @@ uint64_t firstBytes(int used) {
 /// Whether one of eight coverage bytes is above 128, where the differences no longer fit their lanes.
 bool anyAboveOpaque(uint64_t bytes) {
     return ((((bytes & ~kHighBits) + ~kHighBits) & bytes) & kHighBits) != 0;
+}
+
+bool anyNegative(Lanes lanes) {
+    using Two = uint64_t __attribute__((vector_size(16)));
+    const Two two = std::bit_cast<Two>(lanes >> 15);
+    return (two[0] | two[1]) != 0;
 }
 
 /// Eight bytes as eight lanes. Interleaving with zeros is one instruction where a conversion is five.
@@ -55,9 +66,57 @@ constexpr int mixed(int before, int weightBefore, int now) {
     return (before * weightBefore + now * (128 - weightBefore)) / 128;
 }
 
-template <typename Lanes>
 Lanes all(int value) {
     return Lanes{} + static_cast<int16_t>(value);
+}
+
+/// Eight stored pixels of coverage `covered` once `colour` was drawn on them, neither above 128.
+///
+/// old · weight + new · (128 − weight) is 128 · new + (old − new) · weight, and its division by 128 exact in
+/// the first term: one product instead of two.
+Unsigned drawnOn(Unsigned stored, Lanes covered, const Channels& colour, Lanes alpha) {
+    const Unsigned before = swapped(stored);
+    const Lanes weight = ((128 - alpha) * covered) >> 7;
+    const auto mix = [weight](Unsigned old, Lanes now) {
+        return now + (((std::bit_cast<Lanes>(old) - now) * weight) >> 7);
+    };
+    const Lanes red = mix(before >> 11, colour.red);
+    const Lanes green = mix(before >> 5 & 0x3f, colour.green);
+    const Lanes blue = mix(before & 0x1f, colour.blue);
+    return swapped(std::bit_cast<Unsigned>(red << 11 | green << 5 | blue));
+}
+
+void storeLarger(uint8_t* coverage, Lanes a, Lanes b) {
+    const Bytes larger = __builtin_convertvector(a > b ? a : b, Bytes);
+    std::memcpy(coverage, &larger, sizeof larger);
+}
+
+void blendEach(uint16_t* pixels, uint8_t* coverage, const rgba* colours, size_t count) {
+    for (size_t i = 0; i < count; ++i) {
+        blend(pixels[i], coverage[i], colours[i]);
+    }
+}
+
+/// Eight pixels at once.
+void blendBlock(uint16_t* pixels, uint8_t* coverage, const rgba* colours) {
+    const auto first = load<Unsigned>(colours);
+    const auto second = load<Unsigned>(colours + kBlock / 2);
+    const Unsigned redGreen = __builtin_shufflevector(first, second, kLow, kLow + 2, kLow + 4, kLow + 6,
+                                                      kLow + 8, kLow + 10, kLow + 12, kLow + 14);
+    const Unsigned blueAlpha = __builtin_shufflevector(first, second, kHigh, kHigh + 2, kHigh + 4, kHigh + 6,
+                                                       kHigh + 8, kHigh + 10, kHigh + 12, kHigh + 14);
+    const Lanes alpha = std::bit_cast<Lanes>(blueAlpha >> 8);
+    const auto coverBytes = load<uint64_t>(coverage);
+    if (anyAboveOpaque(coverBytes) || anyNegative(kOpaque - alpha)) {
+        return blendEach(pixels, coverage, colours, kBlock);
+    }
+    const Lanes covered = std::bit_cast<Lanes>(widened(coverBytes));
+    const Channels channels = {std::bit_cast<Lanes>((redGreen & 0xff) >> 3),
+                               std::bit_cast<Lanes>(redGreen >> 10),
+                               std::bit_cast<Lanes>((blueAlpha & 0xff) >> 3)};
+    const Unsigned result = drawnOn(load<Unsigned>(pixels), covered, channels, alpha);
+    std::memcpy(pixels, &result, sizeof result);
+    storeLarger(coverage, alpha, covered);
 }
 
 }  // namespace
@@ -72,11 +131,16 @@ void blend(uint16_t& pixel, uint8_t& coverage, rgba colour) {
     coverage = std::max(coverage, colour.a());
 }
 
+void blendRow(uint16_t* pixels, uint8_t* coverage, std::span<const rgba> colours) {
+    size_t done = 0;
+    for (; colours.size() - done >= kBlock; done += kBlock) {
+        blendBlock(pixels + done, coverage + done, colours.data() + done);
+    }
+    blendEach(pixels + done, coverage + done, colours.data() + done, colours.size() - done);
+}
+
 Brush::Brush(rgba colour)
-    : red_(all<Lanes>(colour.r() >> 3)),
-      green_(all<Lanes>(colour.g() >> 2)),
-      blue_(all<Lanes>(colour.b() >> 3)),
-      colour_(colour) {}
+    : channels_{all(colour.r() >> 3), all(colour.g() >> 2), all(colour.b() >> 3)}, colour_(colour) {}
 
 void Brush::blendRow(uint16_t* pixels, uint8_t* coverage, const uint8_t* levels, int width,
                      int64_t reachable) const {
@@ -111,23 +175,14 @@ inline void Brush::blendBlock(uint16_t* pixels, uint8_t* coverage, const uint8_t
     const Unsigned level = widened(levelBytes);
     const Lanes covered = std::bit_cast<Lanes>(widened(coverBytes));
     const Unsigned stored = load<Unsigned>(pixels);
-    const Unsigned before = swapped(stored);
-
     const Lanes alpha = std::bit_cast<Lanes>(((level + 1) * uint16_t{colour_.a()}) >> 8);
-    const Lanes weight = ((128 - alpha) * covered) >> 7;
-    // old · weight + new · (128 − weight) is 128 · new + (old − new) · weight, and its division by 128 exact
-    // in the first term: one product instead of two.
-    const Lanes red = red_ + (((std::bit_cast<Lanes>(before >> 11) - red_) * weight) >> 7);
-    const Lanes green = green_ + (((std::bit_cast<Lanes>(before >> 5 & 0x3f) - green_) * weight) >> 7);
-    const Lanes blue = blue_ + (((std::bit_cast<Lanes>(before & 0x1f) - blue_) * weight) >> 7);
+    const Unsigned result = drawnOn(stored, covered, channels_, alpha);
 
     // Level 0 must leave even a half-covered pixel alone, so those lanes are not merely blended with 0.
     const Unsigned none = std::bit_cast<Unsigned>(level == 0);
-    const Unsigned result = swapped(std::bit_cast<Unsigned>(red << 11 | green << 5 | blue));
     const Unsigned kept = (result & ~none) | (stored & none);
-    const Bytes cover = __builtin_convertvector(alpha > covered ? alpha : covered, Bytes);
     std::memcpy(pixels, &kept, sizeof kept);
-    std::memcpy(coverage, &cover, sizeof cover);
+    storeLarger(coverage, alpha, covered);
 }
 
 }  // namespace Rgb565

@@ -2,6 +2,7 @@
 
 #include <bit>
 #include <cstdint>
+#include <span>
 
 #include "Vl/Graphics/Pixels/Rgba.h"
 
@@ -25,6 +26,18 @@ constexpr uint16_t fromColour(rgba colour) {
 /// Blends `colour` into one pixel as RGBPixelBuffer::setPixel promises.
 void blend(uint16_t& pixel, uint8_t& coverage, rgba colour);
 
+/// Blends one colour each into as many pixels as there are colours, as RGBPixelBuffer::setPixel promises.
+/// Neither array may overlap the colours.
+void blendRow(uint16_t* pixels, uint8_t* coverage, std::span<const rgba> colours);
+
+/// Eight 16-bit numbers that are worked on at once.
+using Lanes = int16_t __attribute__((vector_size(16)));
+
+/// The channels of eight colours in 5, 6 and 5 bits.
+struct Channels {
+    Lanes red, green, blue;
+};
+
 /// A colour of at most 128 coverage, laid out for blending rows of coverage eight pixels at a time.
 class Brush {
 public:
@@ -37,15 +50,10 @@ public:
                   int64_t reachable) const;
 
 private:
-    static constexpr int kBlock = 8;
-    using Lanes = int16_t __attribute__((vector_size(2 * kBlock)));
-
     void blendBlock(uint16_t* pixels, uint8_t* coverage, const uint8_t* levels, int used) const;
     void blendEach(uint16_t* pixels, uint8_t* coverage, const uint8_t* levels, int used) const;
 
-    Lanes red_;
-    Lanes green_;
-    Lanes blue_;
+    Channels channels_;
     rgba colour_;
 };
 

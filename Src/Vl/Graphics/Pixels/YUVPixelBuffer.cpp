@@ -1,8 +1,7 @@
 #include "Vl/Graphics/Pixels/YUVPixelBuffer.h"
 
-#include <utility>
-
 #include "Vl/Graphics/Pixels/Yuv.h"
+#include "Vl/Graphics/Pixels/YuvRow.h"
 
 YUVPixelBuffer::~YUVPixelBuffer() = default;
 
@@ -13,10 +12,8 @@ void YUVPixelBuffer::setPixel(int index, rgba colour) {
 }
 
 void YUVPixelBuffer::setPixels(int start, std::span<const rgba> colours) {
-    const auto [first, skipped, length] = clipped(start, colours.size());
-    for (int64_t i = 0; i < length; ++i) {
-        setPixel(static_cast<int>(first + i), colours[static_cast<size_t>(skipped + i)]);
-    }
+    const auto [first, inside] = clipped(start, colours);
+    YuvRow::blend(pixels() + first, first, inside);
 }
 
 rgba YUVPixelBuffer::getPixel(int index) const {
@@ -25,11 +22,8 @@ rgba YUVPixelBuffer::getPixel(int index) const {
 
 void YUVPixelBuffer::fillRect(int start, int gap, int width, int height, rgba colour) {
     const YuvPixel pixel = Yuv::fromColour(colour);
-    forEachSpan(start, gap, width, height, [&](int64_t first, int64_t length) {
-        for (int64_t i = first; i < first + length; ++i) {
-            pixels()[i] = pixel.withFlagOf({pixels()[i]}).word;
-        }
-    });
+    forEachSpan(start, gap, width, height,
+                [&](int64_t first, int64_t length) { YuvRow::fill(pixels() + first, length, pixel); });
 }
 
 void YUVPixelBuffer::resize(int width, int height) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 
 #include "Vl/Graphics/Pixels/PixelStorage.h"
 
