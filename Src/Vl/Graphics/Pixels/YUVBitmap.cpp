@@ -1,0 +1,3 @@
+#include "Vl/Graphics/Pixels/YUVBitmap.h"
+
+YUVBitmap::~YUVBitmap() = default;
