@@ -25,15 +25,19 @@ constexpr std::size_t kPairBytes = 4;
 
 std::size_t Pattern::colours(std::uint64_t pixels) const {
     std::vector<bool> seen(std::size_t{1} << 24);
-    const std::size_t bytes =
-        static_cast<std::size_t>(std::min<std::uint64_t>(body_.size(), kPixelBytes * pixels));
+    std::size_t colours = 0;
+    const auto count = [&](unsigned colour) {
+        colours += seen[colour] ? 0 : 1;
+        seen[colour] = true;
+    };
+    const std::uint64_t bytes = std::min<std::uint64_t>(body_.size(), kPixelBytes * pixels);
     for (std::size_t at = 0; at + kPairBytes <= bytes; at += kPairBytes) {
         const Pair pair = pairAt(body_, at);
         const unsigned chroma = pair.cb << 8 | pair.cr;
-        seen[pair.firstLuma << 16 | chroma] = true;
-        seen[pair.secondLuma << 16 | chroma] = true;
+        count(pair.firstLuma << 16 | chroma);
+        count(pair.secondLuma << 16 | chroma);
     }
-    return static_cast<std::size_t>(std::count(seen.begin(), seen.end(), true));
+    return colours;
 }
 
 Picture Pattern::picture(Size size, RowOrder order) const {

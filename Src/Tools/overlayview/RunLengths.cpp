@@ -95,11 +95,11 @@ RunLengths::RunLengths(Bytes body) : body_(body) {
         facts_.splitRuns += goesOn && lengthOf(*before) != kFullRun ? 1 : 0;
         run = lengthOf(word) + (goesOn ? run : 0);
         facts_.longest = std::max(facts_.longest, run);
+        facts_.colours += seen[code] ? 0 : 1;
         seen[code] = true;
         before = word;
     }
     dataBytes_ = at;
-    facts_.colours = static_cast<std::size_t>(std::count(seen.begin(), seen.end(), true));
     if (facts_.ended) {
         scanTail(at + kWordBytes);
     }
