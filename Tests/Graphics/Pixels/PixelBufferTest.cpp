@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <climits>
 #include <utility>
 #include <vector>
 
@@ -42,5 +43,25 @@ TEST(PixelBufferTest, BlendMaskScalesTheColoursOwnCoverage) {
 TEST(PixelBufferTest, AnEmptyMaskSetsNothing) {
     RecordingBuffer buffer;
     buffer.blendMask(0, 0, {}, 0x80ffffff);
+    EXPECT_THAT(buffer.set, IsEmpty());
+}
+
+TEST(PixelBufferTest, ARowOfColoursSetsOnePixelAfterTheOther) {
+    const rgba colours[] = {0x80010203, 0x00000000, 0x40ffffff};
+    RecordingBuffer buffer;
+    buffer.setPixels(-1, colours);
+    EXPECT_THAT(buffer.set, ElementsAre(Pair(-1, 0x80010203U), Pair(0, 0U), Pair(1, 0x40ffffffU)));
+}
+
+TEST(PixelBufferTest, ARowThatLeavesTheIndicesDoesNotComeBackFromTheOtherSide) {
+    const rgba colours[] = {1, 2, 3};
+    RecordingBuffer buffer;
+    buffer.setPixels(INT_MAX - 1, colours);
+    EXPECT_THAT(buffer.set, ElementsAre(Pair(INT_MAX - 1, 1U), Pair(INT_MAX, 2U), Pair(INT_MAX, 3U)));
+}
+
+TEST(PixelBufferTest, ARowOfNoColoursSetsNothing) {
+    RecordingBuffer buffer;
+    buffer.setPixels(0, {});
     EXPECT_THAT(buffer.set, IsEmpty());
 }

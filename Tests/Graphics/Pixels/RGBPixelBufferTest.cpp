@@ -169,6 +169,30 @@ TEST_F(RGBPixelBufferTest, PixelsOutsideAreIgnoredAndReadAsZero) {
     expectSame(before, buffer);
 }
 
+TEST_F(RGBPixelBufferTest, RowsOfColoursAreSetAsOneByOneAndCutAtBothEnds) {
+    constexpr int count = kWidth * kHeight;
+    for (const int start : {-1000, -41, -40, -39, -8, -1, 0, 1, 7, count - 41, count - 40, count - 39,
+                            count - 9, count - 8, count - 1, count, INT_MIN, INT_MAX}) {
+        for (const size_t length : {size_t{0}, size_t{1}, size_t{8}, size_t{40}, size_t{count + 2}}) {
+            randomise(128);
+            PlainFrame expected(kWidth, kHeight, buffer);
+            std::vector<rgba> colours(length);
+            for (auto& colour : colours) {
+                const auto any = static_cast<uint32_t>(random());
+                colour = (any & 0xffffff) | any % 129 << 24;
+            }
+            for (size_t i = 0; i < length; ++i) {
+                const int64_t index = start + static_cast<int64_t>(i);
+                if (index >= 0 && index < count) {
+                    expected.setPixel(static_cast<int>(index), colours[i].value);
+                }
+            }
+            buffer.setPixels(start, colours);
+            expectSame(expected, buffer);
+        }
+    }
+}
+
 TEST_F(RGBPixelBufferTest, BlendingMasksMatchesThePlainLoopOverAllAlphas) {
     std::vector<uint8_t> levels(size_t{64} * 16);
     for (unsigned alpha = 0; alpha <= 255; ++alpha) {
@@ -231,8 +255,10 @@ TEST(RGBPixelBufferSizeTest, IsEmptyUntilResized) {
     EXPECT_EQ(0, buffer.count());
     EXPECT_EQ(nullptr, buffer.pixels());
     EXPECT_EQ(nullptr, buffer.alpha());
+    const rgba colours[] = {0x80ffffff, 0x80ffffff};
     buffer.rotate();
     buffer.fillRect(0, 0, 1, 1, 0x80ffffff);
+    buffer.setPixels(-1, colours);
     EXPECT_EQ(rgba(0), buffer.getPixel(0));
 }
 

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstring>
 #include <random>
+#include <vector>
 
 #include "Tests/Graphics/PlainFrame.h"
 
@@ -125,6 +126,37 @@ TEST(Rgb565Test, RowsOverCoverageAboveOpaqueStillBlendAsThePlainLoop) {
         Guarded after = before;
         Rgb565::Brush(colour).blendRow(after.firstPixel(), after.firstCoverage(), levels.data(), 8, 8);
         ASSERT_EQ(plainlyBlended(before, levels.data(), 8, colour), after);
+    }
+}
+
+TEST(Rgb565Test, RowsOfColoursBlendAsThePlainLoopAndTouchNothingElse) {
+    std::mt19937 random(5);
+    for (unsigned alpha = 0; alpha <= 255; ++alpha) {
+        for (int stored = 0; stored <= 255; ++stored) {
+            Guarded before = randomPixels(random, stored % 2 == 0 ? 128 : 255);
+            const size_t count = random() % 17;
+            before.firstCoverage()[random() % 16] = static_cast<uint8_t>(stored);
+            std::vector<rgba> colours(count);
+            for (auto& colour : colours) {
+                colour = static_cast<uint32_t>(random() % 129 << 24 | (random() & 0xffffff));
+            }
+            if (count > 0) {
+                auto& colour = colours[random() % count];
+                colour = colour.withAlpha(static_cast<uint8_t>(alpha));
+            }
+            Guarded expected = before;
+            for (size_t i = 0; i < count; ++i) {
+                PlainFrame one(1, 1);
+                one.colours[0] = before.firstPixel()[i];
+                one.coverage[0] = before.firstCoverage()[i];
+                one.setPixel(0, colours[i].value);
+                expected.firstPixel()[i] = one.colours[0];
+                expected.firstCoverage()[i] = one.coverage[0];
+            }
+            Guarded after = before;
+            Rgb565::blendRow(after.firstPixel(), after.firstCoverage(), colours);
+            ASSERT_EQ(expected, after) << alpha << " over " << stored;
+        }
     }
 }
 

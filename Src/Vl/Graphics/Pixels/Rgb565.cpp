@@ -15,10 +15,6 @@ using Bytes = uint8_t __attribute__((vector_size(8)));
 constexpr int kBlock = 8;
 constexpr uint64_t kHighBits = 0x8080808080808080U;
 
-// Which half of a word comes first in memory.
-constexpr int kLow = std::endian::native == std::endian::big ? 1 : 0;
-constexpr int kHigh = 1 - kLow;
-
 template <typename To, typename From>
 To load(const From* from) {
     To to;
@@ -53,6 +49,12 @@ Unsigned widened(uint64_t bytes) {
     const auto low = std::bit_cast<Sixteen>(Words{bytes, 0});
     return std::bit_cast<Unsigned>(
         __builtin_shufflevector(low, Sixteen{}, 0, 16, 1, 17, 2, 18, 3, 19, 4, 20, 5, 21, 6, 22, 7, 23));
+}
+
+template <int first>
+Unsigned everySecond(Unsigned a, Unsigned b) {
+    return __builtin_shufflevector(a, b, first, first + 2, first + 4, first + 6, first + 8, first + 10,
+                                   first + 12, first + 14);
 }
 
 Unsigned swapped(Unsigned value) {
@@ -101,13 +103,12 @@ void blendEach(uint16_t* pixels, uint8_t* coverage, const rgba* colours, size_t 
 void blendBlock(uint16_t* pixels, uint8_t* coverage, const rgba* colours) {
     const auto first = load<Unsigned>(colours);
     const auto second = load<Unsigned>(colours + kBlock / 2);
-    const Unsigned redGreen = __builtin_shufflevector(first, second, kLow, kLow + 2, kLow + 4, kLow + 6,
-                                                      kLow + 8, kLow + 10, kLow + 12, kLow + 14);
-    const Unsigned blueAlpha = __builtin_shufflevector(first, second, kHigh, kHigh + 2, kHigh + 4, kHigh + 6,
-                                                       kHigh + 8, kHigh + 10, kHigh + 12, kHigh + 14);
+    constexpr int low = std::endian::native == std::endian::big ? 1 : 0;
+    const Unsigned redGreen = everySecond<low>(first, second);
+    const Unsigned blueAlpha = everySecond<1 - low>(first, second);
     const Lanes alpha = std::bit_cast<Lanes>(blueAlpha >> 8);
     const auto coverBytes = load<uint64_t>(coverage);
-    if (anyAboveOpaque(coverBytes) || anyNegative(kOpaque - alpha)) {
+    if (anyAboveOpaque(coverBytes) || anyNegative(128 - alpha)) {
         return blendEach(pixels, coverage, colours, kBlock);
     }
     const Lanes covered = std::bit_cast<Lanes>(widened(coverBytes));
