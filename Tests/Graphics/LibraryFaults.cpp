@@ -1,5 +1,10 @@
 #include "Tests/Graphics/LibraryFaults.h"
 
+#include <cstddef>
+#include <cstdio>
+
+#include <jpeglib.h>
+
 #include <ft2build.h>
 #include <png.h>
 #include FT_FREETYPE_H
@@ -7,6 +12,8 @@
 #include <algorithm>
 #include <cstdint>
 #include <new>
+
+#include "Vl/Graphics/Images/WritePngSteps.h"
 
 namespace {
 
@@ -79,6 +86,48 @@ png_infop __real_png_create_info_struct(png_const_structrp png);
 png_infop __wrap_png_create_info_struct(png_const_structrp png);
 png_infop __wrap_png_create_info_struct(png_const_structrp png) {
     return libraryFaults.createInfoStruct ? nullptr : __real_png_create_info_struct(png);
+}
+
+png_structp __real_png_create_write_struct(png_const_charp version, png_voidp context, png_error_ptr error,
+                                           png_error_ptr warning);
+png_structp __wrap_png_create_write_struct(png_const_charp version, png_voidp context, png_error_ptr error,
+                                           png_error_ptr warning);
+png_structp __wrap_png_create_write_struct(png_const_charp version, png_voidp context, png_error_ptr error,
+                                           png_error_ptr warning) {
+    if (libraryFaults.createWriteStruct) {
+        return nullptr;
+    }
+    return __real_png_create_write_struct(version, libraryFaults.noWriteContext ? nullptr : context, error,
+                                          warning);
+}
+
+int __real__Z13writepng_initR9PngOutput(PngOutput& output);
+int __wrap__Z13writepng_initR9PngOutput(PngOutput& output);
+int __wrap__Z13writepng_initR9PngOutput(PngOutput& output) {
+    const int status = __real__Z13writepng_initR9PngOutput(output);
+    return libraryFaults.writeInitStatus != -1 ? libraryFaults.writeInitStatus : status;
+}
+
+int __real_jpeg_read_header(j_decompress_ptr jpeg, boolean requireImage);
+int __wrap_jpeg_read_header(j_decompress_ptr jpeg, boolean requireImage);
+int __wrap_jpeg_read_header(j_decompress_ptr jpeg, boolean requireImage) {
+    const int result = __real_jpeg_read_header(jpeg, requireImage);
+    if (libraryFaults.jpegStaysYcc) {
+        jpeg->out_color_space = JCS_YCbCr;
+    }
+    return result;
+}
+
+JDIMENSION __real_jpeg_read_scanlines(j_decompress_ptr jpeg, JSAMPARRAY rows, JDIMENSION count);
+JDIMENSION __wrap_jpeg_read_scanlines(j_decompress_ptr jpeg, JSAMPARRAY rows, JDIMENSION count);
+JDIMENSION __wrap_jpeg_read_scanlines(j_decompress_ptr jpeg, JSAMPARRAY rows, JDIMENSION count) {
+    if (libraryFaults.jpegRowsLeft == 0) {
+        jpeg->err->error_exit(reinterpret_cast<j_common_ptr>(jpeg));
+    }
+    if (libraryFaults.jpegRowsLeft > 0) {
+        --libraryFaults.jpegRowsLeft;
+    }
+    return __real_jpeg_read_scanlines(jpeg, rows, count);
 }
 
 }  // extern "C"

@@ -1,7 +1,7 @@
 #pragma once
 
-/// Failures of FreeType, libpng and the allocator that no file can provoke. The test program is linked so
-/// that the calls named here pass through LibraryFaults.cpp.
+/// Failures of FreeType, libpng, libjpeg and the allocator that no file can provoke. The test program is
+/// linked so that the calls named here pass through LibraryFaults.cpp.
 struct LibraryFaults {
     bool initFreeType = false;
     bool loadGlyph = false;
@@ -9,6 +9,11 @@ struct LibraryFaults {
     bool bottomUp = false;  ///< rendered bitmaps are turned to begin with their last row
     bool createReadStruct = false;
     bool createInfoStruct = false;
+    bool createWriteStruct = false;
+    bool noWriteContext = false;  ///< libpng's error handler finds nothing registered
+    int writeInitStatus = -1;     ///< writepng_init results in this; −1 in what it should
+    bool jpegStaysYcc = false;    ///< libjpeg is not to convert to RGB
+    int jpegRowsLeft = -1;        ///< so many rows can still be decoded, −1 any number
 
     int arraysLeft = -1;  ///< so many arrays can still be allocated, −1 any number
 

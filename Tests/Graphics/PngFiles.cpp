@@ -33,6 +33,16 @@ void writePngFile(const std::string& path, const PngFile& file) {
     std::fclose(out);
 }
 
+PngPixels readPngFile(const std::string& path) {
+    png_image image{};
+    image.version = PNG_IMAGE_VERSION;
+    EXPECT_NE(0, png_image_begin_read_from_file(&image, path.c_str())) << path << ": " << image.message;
+    image.format = PNG_FORMAT_RGBA;
+    PngPixels pixels{image.width, image.height, std::vector<uint8_t>(PNG_IMAGE_SIZE(image))};
+    EXPECT_NE(0, png_image_finish_read(&image, nullptr, pixels.samples.data(), 0, nullptr)) << image.message;
+    return pixels;
+}
+
 std::string readBytes(const std::string& path) {
     std::ifstream in(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(in), {}};

@@ -19,5 +19,14 @@ struct PngFile {
 /// Writes a PNG file through libpng.
 void writePngFile(const std::string& path, const PngFile& file);
 
+/// A PNG file's pixels as 8-bit red, green, blue and alpha, read through libpng's simplified interface, which
+/// the product does not use.
+struct PngPixels {
+    uint32_t width = 0;
+    uint32_t height = 0;
+    std::vector<uint8_t> samples;
+};
+PngPixels readPngFile(const std::string& path);
+
 std::string readBytes(const std::string& path);
 void writeBytes(const std::string& path, const std::string& bytes);

@@ -10,6 +10,7 @@
 #include "Tests/Graphics/PngFiles.h"
 #include "Tests/Support/TemporaryDirectory.h"
 #include "Vl/Graphics/Pixels/RGB16Bitmap.h"
+#include "Vl/Graphics/Pixels/YUVPixelBuffer.h"
 
 namespace {
 
@@ -280,4 +281,27 @@ TEST_F(LoadPngTest, ASizeThatTheFileCannotHoldIsAnImageError) {
     EXPECT_EQ(-6, load());
     writeWithClaimedSize(3, 2);  // little enough to be tried
     EXPECT_EQ(-6, load());
+}
+
+TEST_F(LoadPngTest, AnOverlayBitmapTakesThePictureAsSinglePixelsDo) {
+    PngFile file{.width = 37, .height = 5, .colourType = PngFile::Rgba, .samples = {}};
+    for (size_t i = 0; i < 37 * 5 * 4; ++i) {
+        file.samples.push_back(static_cast<uint8_t>(i * i * 31 + i));
+    }
+    writePngFile(path, file);
+    BitmapWithBuffer<YUVPixelBuffer> overlay(37, 5);
+    overlay.FillRect(37, 5, 0x60402010);
+    YUVPixelBuffer expected;
+    expected.resize(37, 5);
+    expected.fillRect(0, 0, 37, 5, 0x60402010);
+    for (int i = 0; i < 37 * 5; ++i) {
+        const uint8_t* sample = file.samples.data() + i * 4;
+        const uint32_t coverage = sample[3] * 128U / 255;
+        expected.setPixel(
+            i, uint32_t{sample[0]} | uint32_t{sample[1]} << 8 | uint32_t{sample[2]} << 16 | coverage << 24);
+    }
+    ASSERT_EQ(0, overlay.loadpng(path.c_str(), false));
+    for (int i = 0; i < 37 * 5; ++i) {
+        ASSERT_EQ(expected.pixels()[i], overlay.getBuffer().pixels()[i]) << i;
+    }
 }
