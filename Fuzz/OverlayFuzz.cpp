@@ -18,7 +18,7 @@ void check(bool condition) {
 }
 
 std::uint32_t numberFrom(std::uint8_t low, std::uint8_t high) {
-    return 1U + low + 256U * (high >> 4);
+    return 1U + low + 256U * (high >> 6);
 }
 
 Request requestFrom(std::span<const std::uint8_t, 8> choice) {
@@ -36,7 +36,7 @@ Request requestFrom(std::span<const std::uint8_t, 8> choice) {
     }
     request.order = choice[1] & 8 ? RowOrder::Interlaced : RowOrder::Progressive;
     if (choice[1] & 16) {
-        request.sheet = SheetLayout{{8U + choice[6], numberFrom(choice[7], 0)}, numberFrom(choice[3], 0)};
+        request.sheet = SheetLayout{{8U + choice[6], 1U + choice[7] % 64U}, 1U + choice[3] % 16U};
     }
     return request;
 }

@@ -14,6 +14,7 @@ MAY_INCLUDE = {
     "Src/Vl/HAL": ["Vl/System", "Vl/Common", "Vl/Graphics"],
     "Src/Tools/panelprobe": ["Vl/System", "Vl/Common", "Vl/Graphics", "Vl/HAL"],
     "Src/Tools/boardsim": [],
+    "Src/Tools/overlayview": [],
 }
 
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"', re.MULTILINE)
