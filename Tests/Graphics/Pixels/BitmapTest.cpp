@@ -4,10 +4,13 @@
 
 #include <climits>
 #include <random>
+#include <string>
 #include <vector>
 
 #include "Tests/Graphics/ExpectSame.h"
 #include "Tests/Graphics/PlainFrame.h"
+#include "Tests/Graphics/PngFiles.h"
+#include "Tests/Support/TemporaryDirectory.h"
 #include "Vl/Graphics/Images/Icon.h"
 #include "Vl/Graphics/Pixels/RGB16Bitmap.h"
 
@@ -29,6 +32,15 @@ constexpr const char* kUntouched =
     "........\n";
 
 }  // namespace
+
+TEST_F(BitmapTest, AlignmentsAreNumberedFromTheStartToTheEnd) {
+    EXPECT_EQ(0, static_cast<int>(VerticalAlignment::Top));
+    EXPECT_EQ(1, static_cast<int>(VerticalAlignment::Centred));
+    EXPECT_EQ(2, static_cast<int>(VerticalAlignment::Bottom));
+    EXPECT_EQ(0, static_cast<int>(HorizontalAlignment::Start));
+    EXPECT_EQ(1, static_cast<int>(HorizontalAlignment::Centred));
+    EXPECT_EQ(2, static_cast<int>(HorizontalAlignment::End));
+}
 
 TEST_F(BitmapTest, FillRectFillsFromTheDrawingPosition) {
     bitmap.setPosition(2, 1);
@@ -165,6 +177,32 @@ TEST_F(BitmapTest, BlendMaskFarOutsideDrawsNothing) {
         }
     }
     EXPECT_EQ(art(), kUntouched);
+}
+
+TEST_F(BitmapTest, AnIconIsDrawnAtTheDrawingPosition) {
+    const support::TemporaryDirectory directory;
+    const std::string path = directory.file("icon.png");
+    writePngFile(path, {.width = 3, .height = 2, .samples = std::vector<uint8_t>(18, 255)});
+    Icon icon;
+    icon.Load(path.c_str());
+    bitmap.setPosition(2, 1);
+    bitmap.render(icon);
+    EXPECT_EQ(art(),
+              "........\n"
+              "..###...\n"
+              "..###...\n"
+              "........\n");
+}
+
+TEST_F(BitmapTest, AnIconIsNeverAReasonToResize) {
+    const support::TemporaryDirectory directory;
+    const std::string path = directory.file("icon.png");
+    writePngFile(path, {.width = 20, .height = 20, .samples = std::vector<uint8_t>(1200, 255)});
+    Icon icon;
+    icon.Load(path.c_str());
+    bitmap.render(icon);
+    EXPECT_EQ(8, bitmap.getWidth());
+    EXPECT_EQ(4, bitmap.getHeight());
 }
 
 TEST_F(BitmapTest, AnIconWithoutAFileDrawsNothing) {

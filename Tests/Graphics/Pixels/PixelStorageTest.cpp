@@ -3,6 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <type_traits>
+
+#include "Vl/Graphics/Pixels/RGBPixelBuffer.h"
+#include "Vl/Graphics/Pixels/YUVPixelBuffer.h"
 
 namespace {
 
@@ -68,4 +72,11 @@ TEST(PixelStorageTest, TheSizeInBytesIsAlwaysAnInt) {
     EXPECT_EQ(536870911, Words<uint32_t>::countOf(1, 536870911));
     EXPECT_EQ(0, Words<uint32_t>::countOf(1, 536870912));
     EXPECT_EQ(0, Words<uint16_t>::countOf(INT_MAX, INT_MAX));
+}
+
+TEST(PixelStorageTest, ABufferIsNeitherCopiedNorAssigned) {
+    EXPECT_FALSE(std::is_copy_constructible_v<Words<uint16_t>>);
+    EXPECT_FALSE(std::is_copy_assignable_v<Words<uint16_t>>);
+    EXPECT_FALSE(std::is_copy_constructible_v<RGBPixelBuffer>);
+    EXPECT_FALSE(std::is_copy_constructible_v<YUVPixelBuffer>);
 }
