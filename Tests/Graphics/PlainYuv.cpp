@@ -92,16 +92,19 @@ uint32_t read(uint32_t word) {
            channel(y - 391 * cb + 2409 * cb) * 65536 + word / 268435456 % 8 * 32 * 16777216;
 }
 
+// Sums from one red to the next, because this is done for all colours.
 Reds::Reds(uint32_t green, uint32_t blue) {
-    for (uint32_t red = 0; red < 256; ++red) {
-        const uint32_t colour = 0x80000000 + blue * 65536 + green * 256 + red;
-        const int64_t y = luma(colour);
-        const int64_t cb = blueChroma(colour);
-        const int64_t cr = redChroma(colour);
-        colours[red] = colour;
-        even[red] = word(y, cb, 0, 4, false);
-        odd[red] = word(y, 0, cr, 4, false);
-        filled[red] = word(y, cb, cr, 4, false);
+    int64_t y = 504 * int64_t{green} + 98 * int64_t{blue};
+    int64_t cb = 439 * int64_t{blue} - 291 * int64_t{green};
+    int64_t cr = -368 * int64_t{green} - 71 * int64_t{blue};
+    for (uint32_t red = 0; red < 256; ++red, y += 257, cb -= 148, cr += 439) {
+        const int64_t common = (y / 250 + 64) * 262144 + 4 * 268435456LL;
+        const int64_t storedCb = (cb / 500 + 256) * 512;
+        const int64_t storedCr = cr / 500 + 256;
+        colours[red] = 0x80000000 + blue * 65536 + green * 256 + red;
+        even[red] = static_cast<uint32_t>(common + storedCb);
+        odd[red] = static_cast<uint32_t>(common + storedCr);
+        filled[red] = static_cast<uint32_t>(common + storedCb + storedCr);
     }
 }
 
