@@ -22,7 +22,7 @@ protected:
         const int rows = result == JpegReader::Ok ? reader.height() : 0;
         samples.clear();
         for (int row = 0; row < rows && result == JpegReader::Ok; ++row) {
-            std::vector<uint8_t> line(static_cast<size_t>(reader.width()) * 3);
+            std::vector<uint8_t> line(static_cast<size_t>(reader.width()) * 4);
             result = reader.readRow(line.data());
             samples.insert(samples.end(), line.begin(), line.end());
         }
@@ -56,14 +56,15 @@ TEST_F(JpegReaderTest, TellsTheSizeBeforeTheRowsAreRead) {
     EXPECT_EQ(9, reader.height());
 }
 
-TEST_F(JpegReaderTest, DeliversRedGreenAndBlueFromTheTop) {
+TEST_F(JpegReaderTest, DeliversRedGreenBlueAndTwoHundredFiftyFiveFromTheTop) {
     for (const bool storedAsRgb : {false, true}) {
         writeJpegFile(path, {.width = 17, .height = 9, .storedAsRgb = storedAsRgb, .samples = slopes(17, 9)});
         ASSERT_EQ(JpegReader::Ok, readAll());
         const std::vector<uint8_t> expected = slopes(17, 9);
-        ASSERT_EQ(expected.size(), samples.size());
+        ASSERT_EQ(expected.size() / 3 * 4, samples.size());
         for (size_t i = 0; i < expected.size(); ++i) {
-            ASSERT_NEAR(expected[i], samples[i], 4) << i;
+            ASSERT_NEAR(expected[i], samples[i / 3 * 4 + i % 3], 4) << i;
+            ASSERT_EQ(255, samples[i / 3 * 4 + 3]);
         }
     }
 }
@@ -89,7 +90,7 @@ TEST_F(JpegReaderTest, AFileThatEndsEarlyIsReadWithAWarning) {
     testing::internal::CaptureStderr();
     EXPECT_EQ(JpegReader::Ok, readAll());
     EXPECT_EQ("Premature end of JPEG file\n", testing::internal::GetCapturedStderr());
-    EXPECT_EQ(64U * 64 * 3, samples.size());
+    EXPECT_EQ(64U * 64 * 4, samples.size());
     EXPECT_NEAR(200, samples[0], 1);
 }
 

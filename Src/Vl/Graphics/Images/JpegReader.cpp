@@ -8,6 +8,12 @@
 
 #include <csetjmp>
 
+namespace {
+
+constexpr int kComponents = 3;
+
+}  // namespace
+
 /// libjpeg's structures, and the place to which its hooks jump back. libjpeg leaves a failing call by
 /// longjmp, which runs no destructors: the operations that set the place hold nothing that has one.
 struct JpegReader::Decompressor {
@@ -42,6 +48,7 @@ struct JpegReader::Decompressor {
         if (setjmp(failure)) {
             return false;
         }
+        library.out_color_space = JCS_EXT_RGBA;
         return jpeg_start_decompress(&library) != FALSE;
     }
 
@@ -87,7 +94,7 @@ JpegReader::Result JpegReader::open(const char* path) {
     if (!jpeg_->readHeader()) {
         return LibraryError;
     }
-    if (jpeg_->library.output_components != kChannels) {
+    if (jpeg_->library.output_components != kComponents) {
         std::fputs("invalid number of components\n", stderr);
         return NotThreeComponents;
     }

@@ -24,8 +24,9 @@ public:
     /// file it takes. More are a LibraryError. Usual are ten.
     static constexpr int kMostScans = 100;
 
-    /// Bytes per pixel: red, green, blue.
-    static constexpr int kChannels = 3;
+    /// Bytes per pixel: red, green, blue and 255, which is as quickly decoded and more quickly drawn than
+    /// three.
+    static constexpr int kChannels = 4;
 
     JpegReader();
     ~JpegReader();

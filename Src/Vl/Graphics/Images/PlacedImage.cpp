@@ -1,6 +1,8 @@
 #include "Vl/Graphics/Images/PlacedImage.h"
 
 #include <algorithm>
+#include <bit>
+#include <cstring>
 #include <span>
 
 #include "Vl/Graphics/Pixels/Saturated.h"
@@ -20,23 +22,61 @@ int64_t reachBefore(Alignment alignment, int size) {
     }
 }
 
-/// An image's 0-255 on the 0-128 scale: alpha · 128 / 255, which is half of it but for 255.
-constexpr uint8_t coverageOf(uint8_t alpha) {
-    return static_cast<uint8_t>((alpha + (alpha == 255 ? 1 : 0)) >> 1);
+/// Four colours at a time.
+using Words = uint32_t __attribute__((vector_size(16)));
+constexpr size_t kInWords = sizeof(Words) / sizeof(uint32_t);
+constexpr bool kRedIsFirstInMemory = std::endian::native == std::endian::little;
+
+/// Alpha brought from 0-255 to 0-128: alpha · 128 / 255, which is half of it but for 255. For one word and
+/// for several.
+template <typename Word>
+Word withCoverage(Word word) {
+    const Word alpha = word >> 24;
+    return (word & 0x00ffffffU) | ((alpha + ((alpha + 1) >> 8)) >> 1) << 24;
 }
 
-template <int Channels>
-void convert(const uint8_t* sample, std::span<rgba> colours) {
-    constexpr bool grey = Channels < 3;
-    constexpr bool hasAlpha = Channels % 2 == 0;
+rgba withCoverageOf(rgba colour) {
+    return withCoverage(colour.value);
+}
+
+void convertGrey(const uint8_t* sample, std::span<rgba> colours) {
     for (rgba& colour : colours) {
-        const uint8_t coverage = hasAlpha ? coverageOf(sample[Channels - 1]) : kOpaque;
-        colour = rgba::of(sample[0], sample[grey ? 0 : 1], sample[grey ? 0 : 2], coverage);
-        sample += Channels;
+        colour = rgba::of(*sample, *sample, *sample, kOpaque);
+        ++sample;
     }
 }
 
-constexpr decltype(&convert<1>) kConverters[] = {convert<1>, convert<2>, convert<3>, convert<4>};
+void convertGreyAlpha(const uint8_t* sample, std::span<rgba> colours) {
+    for (rgba& colour : colours) {
+        colour = withCoverageOf(rgba::of(sample[0], sample[0], sample[0], sample[1]));
+        sample += 2;
+    }
+}
+
+void convertRgb(const uint8_t* sample, std::span<rgba> colours) {
+    for (rgba& colour : colours) {
+        colour = rgba::of(sample[0], sample[1], sample[2], kOpaque);
+        sample += 3;
+    }
+}
+
+void convertRgba(const uint8_t* sample, std::span<rgba> colours) {
+    while (kRedIsFirstInMemory && colours.size() >= kInWords) {
+        Words words;
+        std::memcpy(&words, sample, sizeof words);
+        words = withCoverage(words);
+        std::memcpy(static_cast<void*>(colours.data()), &words, sizeof words);
+        colours = colours.subspan(kInWords);
+        sample += sizeof words;
+    }
+    for (rgba& colour : colours) {
+        colour = withCoverageOf(rgba::of(sample[0], sample[1], sample[2], sample[3]));
+        sample += 4;
+    }
+}
+
+/// By the number of channels less one.
+constexpr decltype(&convertGrey) kConverters[] = {convertGrey, convertGreyAlpha, convertRgb, convertRgba};
 
 }  // namespace
 
