@@ -8,7 +8,9 @@
 
 #include "Fuzz/MemoryFile.h"
 #include "Vl/Graphics/Images/Icon.h"
+#include "Vl/Graphics/Pixels/BitmapWithBuffer.h"
 #include "Vl/Graphics/Pixels/RGB16Bitmap.h"
+#include "Vl/Graphics/Pixels/YUVPixelBuffer.h"
 
 namespace {
 
@@ -78,6 +80,10 @@ void readFile(std::string_view bytes, uint8_t choice) {
     if (int64_t{icon.getWidth()} * icon.getHeight() < 1 << 20) {
         RGB16Bitmap bitmap;
         bitmap.loadpng(file.path(), true);
+        BitmapWithBuffer<YUVPixelBuffer> overlay;
+        overlay.loadpng(file.path(), true);
+        overlay.setPlacement(panel.getPlacement());
+        overlay.loadpng(file.path(), false);
     }
 }
 
