@@ -47,8 +47,9 @@ std::vector<std::byte> readFile(const std::string& path) {
 void writeFile(const std::string& path, Bytes bytes) {
     const File opened = path == "-" ? File() : openFile(path, "wbe");
     std::FILE* file = opened ? opened.get() : stdout;
-    // What is lost while closing must be known, hence the flush.
-    if (std::fwrite(bytes.data(), 1, bytes.size(), file) != bytes.size() || std::fflush(file) != 0) {
+    // No bytes are no array for fwrite(). What is lost while closing must be known, hence the flush.
+    const std::size_t written = bytes.empty() ? 0 : std::fwrite(bytes.data(), 1, bytes.size(), file);
+    if (written != bytes.size() || std::fflush(file) != 0) {
         throw failure(errno, path);
     }
 }
