@@ -15,15 +15,20 @@ namespace {
 constexpr int kBlock = 64;  // pixels whose changes fit one mask
 constexpr int kLengthShift = 18;
 constexpr int64_t kLongestRun = 0x3fff;
+constexpr uint64_t kAllChange = ~uint64_t{0};
 
-/// A pixel's code. All three fields are rounded by one addition: their top bits stay out of it, so that no
-/// carry reaches the neighbour, and join by exclusive or. For one word and for a vector of words.
-template <typename Word>
-Word codeOf(Word pixel) {
-    constexpr uint32_t kTopBits = 1U << 27 | 1U << 17 | 1U << 8;
-    constexpr uint32_t kHalves = 16U << 18 | 8U << 9 | 8U;
-    const Word rounded = ((pixel & ~kTopBits) + kHalves) ^ (pixel & kTopBits);
-    return (rounded >> 4 & 0x1fU) | (rounded >> 8 & 0x3e0U) | (rounded >> 13 & 0x3fc00U);
+// The fields of a pixel are rounded by one addition: their top bits stay out of it, so that no carry reaches
+// the neighbour, and join by exclusive or.
+constexpr uint32_t kTopBits = 1U << 27 | 1U << 17 | 1U << 8;
+constexpr uint32_t kHalves = 16U << 18 | 8U << 9 | 8U;
+
+uint32_t codeOf(uint32_t pixel) {
+    const uint32_t rounded = ((pixel & ~kTopBits) + kHalves) ^ (pixel & kTopBits);
+    return (rounded >> 4 & 0x1f) | (rounded >> 8 & 0x3e0) | (rounded >> 13 & 0x3fc00);
+}
+
+uint32_t runWord(uint32_t code, int64_t length) {
+    return bigEndian(code | static_cast<uint32_t>(length) << kLengthShift);
 }
 
 using Words = uint32_t __attribute__((vector_size(16)));
@@ -39,22 +44,31 @@ void store(uint32_t* words, Words lanes) {
     std::memcpy(words, &lanes, sizeof lanes);
 }
 
-Words bigEndian(Words words) {
-    if constexpr (std::endian::native == std::endian::big) {
-        return words;
-    }
-    words = (words >> 8 & 0x00ff00ffU) | (words & 0x00ff00ffU) << 8;
-    return words >> 16 | words << 16;
+/// runWord(codeOf(pixel), 1) of four pixels: every field goes straight to its place in the swapped word. Bit
+/// 31, the flag, is made 1 and becomes the length.
+Words singleRuns(Words pixels) {
+    static_assert(std::endian::native == std::endian::little, "the places are those of a swapped word");
+    constexpr uint32_t one = 1U << 31;
+    const Words rounded = ((pixels & ~(kTopBits | one)) + (kHalves | one)) ^ (pixels & kTopBits);
+    return (rounded << 20 & 0x1f000000U) | (rounded << 16 & 0xe0000000U) | (rounded & 0x00030000U) |
+           (rounded >> 5 & 0x00fc0000U) | (rounded >> 21 & 0x00000700U);
 }
 
-/// Bit i tells whether words[i] differs from the word before it, words[-1] included, for `kBlock` words.
+// Two things that the compilers make too much of where there is no single instruction for them:
+//   predecessors  the four words before those of `here`: the last of `before`, the first three of `here`
+//   changesIn     bit i tells whether words[i] differs from the word before it, words[-1] included, for
+//                 `kBlock` words
 #ifdef __SSE2__
+Words predecessors(Words before, Words here) {
+    const auto first = std::bit_cast<__m128>(before);
+    const auto second = std::bit_cast<__m128>(here);
+    const __m128 seam = _mm_shuffle_ps(first, second, _MM_SHUFFLE(0, 0, 3, 3));
+    return std::bit_cast<Words>(_mm_shuffle_ps(seam, second, _MM_SHUFFLE(2, 1, 2, 0)));
+}
+
 uint64_t changesIn(const uint32_t* words) {
     const auto sameInFour = [words](int at) {
-        __m128i here, before;
-        std::memcpy(&here, words + at, sizeof here);
-        std::memcpy(&before, words + at - 1, sizeof before);
-        return _mm_cmpeq_epi32(here, before);
+        return std::bit_cast<__m128i>(load(words + at) == load(words + at - 1));
     };
     uint64_t same = 0;
     for (int at = 0; at < kBlock; at += 16) {
@@ -66,6 +80,10 @@ uint64_t changesIn(const uint32_t* words) {
     return ~same;
 }
 #else
+Words predecessors(Words before, Words here) {
+    return __builtin_shufflevector(before, here, 3, 4, 5, 6);
+}
+
 uint64_t changesIn(const uint32_t* words) {
     uint64_t changes = 0;
     if (std::memcmp(words, words - 1, kBlock * sizeof *words) == 0) {
@@ -89,7 +107,7 @@ bool RunLengths::add(std::span<const uint32_t> pixels) {
     const uint32_t* next = pixels.data() + 1;
     const uint32_t* const end = pixels.data() + pixels.size();
     for (; end - next >= kBlock; next += kBlock) {
-        addBlock(next, changesIn(next), kBlock);
+        addBlock(next, busy_ ? kAllChange : changesIn(next), kBlock);
     }
     const auto rest = static_cast<int>(end - next);
     if (rest > 0 && pixels.size() > kBlock) {  // one more mask, whose low bits are done already
@@ -109,62 +127,78 @@ bool RunLengths::finish() {
     return !lost_;
 }
 
-/// Goes through the pixels that may begin a run: equal words have equal codes, others mostly not.
+/// Equal words have equal codes, so only pixels that differ from the one before may begin a run.
 void RunLengths::addBlock(const uint32_t* pixels, uint64_t changes, int count) {
-    if (changes == ~uint64_t{0}) {
+    if (changes == kAllChange) {
         return addBusyBlock(pixels);
     }
-    for (; changes != 0; changes &= changes - 1) {
-        const int at = std::countr_zero(changes);
-        const uint32_t code = codeOf(pixels[at]);
-        if (code != code_ || length_ + at == 0) {
-            begin(code, at);
-        }
+    if (changes != 0) {
+        addChanges(pixels, changes);
     }
     length_ += count;
 }
 
-/// Noise: every word differs from the one before, so most runs are one pixel long.
+/// Noise, or a picture drawn pixel by pixel: every word differs, so most runs are one pixel long. Their words
+/// are made right where they belong; that they may stay there shows afterwards.
 void RunLengths::addBusyBlock(const uint32_t* pixels) {
-    std::array<uint32_t, 1 + kBlock> codes;
-    codes[0] = code_;
+    makeRoom();
+    uint32_t* const words = &words_[used_];
+    words[0] = runWord(code_, 1);
+    Words last = {0, 0, 0, words[0]};
+    Words same = {};
     for (size_t i = 0; i < kBlock; i += kLanes) {
-        store(&codes[1 + i], codeOf(load(pixels + i)));
+        const Words here = singleRuns(load(pixels + i));
+        store(words + 1 + i, here);
+        same |= std::bit_cast<Words>(here == predecessors(last, here));
+        last = here;
     }
-    uint64_t changes = changesIn(&codes[1]);
-    if (changes == ~uint64_t{0}) {
-        begin(codes[1], 0);
-        addSingles(&codes[1]);
+    busy_ = (same[0] | same[1] | same[2] | same[3]) == 0;
+    if (busy_ && length_ <= kLongestRun) {
+        words[0] = runWord(code_, length_);
+        used_ += kBlock;
+        code_ = codeOf(pixels[kBlock - 1]);
+        length_ = 1;
         return;
     }
-    for (; changes != 0; changes &= changes - 1) {
-        const int at = std::countr_zero(changes);
-        begin(codes[static_cast<size_t>(1 + at)], at);
-    }
+    addChanges(pixels, changesIn(words + 1));
     length_ += kBlock;
 }
 
-/// Writes `kBlock` runs of one pixel each; the last of them goes on, so its word does not count yet.
-void RunLengths::addSingles(const uint32_t* codes) {
-    if (kChunk - used_ < kBlock) {
-        flush();
+/// Begins a run at each of these pixels whose code is another than that of the run before.
+void RunLengths::addChanges(const uint32_t* pixels, uint64_t changes) {
+    // The run that came into the block may be long, or none at all; the others fit one word each.
+    for (bool same = true; same && changes != 0; changes &= changes - 1) {
+        const int at = std::countr_zero(changes);
+        const uint32_t code = codeOf(pixels[at]);
+        same = code == code_ && length_ + at != 0;
+        if (!same) {
+            begin(code, at);
+        }
     }
-    for (size_t i = 0; i < kBlock; i += kLanes) {
-        store(&words_[used_ + i], bigEndian(load(codes + i) | 1U << kLengthShift));
+    makeRoom();
+    uint32_t* next = &words_[used_];
+    int64_t start = -length_;
+    for (; changes != 0; changes &= changes - 1) {
+        const int at = std::countr_zero(changes);
+        const uint32_t code = codeOf(pixels[at]);
+        if (code != code_) {
+            *next++ = runWord(code_, at - start);
+            code_ = code;
+            start = at;
+        }
     }
-    used_ += kBlock - 1;
-    code_ = codes[kBlock - 1];
-    length_ = 1;
+    used_ = static_cast<size_t>(next - words_.data());
+    length_ = -start;
 }
 
 /// Writes the run that ends before pixel `at` of the block at hand, and begins one of `code` there.
 void RunLengths::begin(uint32_t code, int at) {
     int64_t length = length_ + at;
     for (; length > kLongestRun; length -= kLongestRun) {
-        put(code_ | static_cast<uint32_t>(kLongestRun) << kLengthShift);
+        put(runWord(code_, kLongestRun));
     }
     if (length > 0) {
-        put(code_ | static_cast<uint32_t>(length) << kLengthShift);
+        put(runWord(code_, length));
     }
     code_ = code;
     length_ = -at;
@@ -174,7 +208,14 @@ void RunLengths::put(uint32_t word) {
     if (used_ == kChunk) {
         flush();
     }
-    words_[used_++] = bigEndian(word);
+    words_[used_++] = word;
+}
+
+/// For the words of a block and of the run that came into it.
+void RunLengths::makeRoom() {
+    if (kChunk - used_ <= kBlock) {
+        flush();
+    }
 }
 
 void RunLengths::flush() {

@@ -38,14 +38,16 @@ private:
 
     void addBlock(const uint32_t* pixels, uint64_t changes, int count);
     void addBusyBlock(const uint32_t* pixels);
-    void addSingles(const uint32_t* codes);
+    void addChanges(const uint32_t* pixels, uint64_t changes);
     void begin(uint32_t code, int at);
     void put(uint32_t word);
+    void makeRoom();
     void flush();
 
     Take take_;
     uint32_t code_ = 0;   // of the run that goes on
     int64_t length_ = 0;  // of that run, up to the block at hand; 0 before the first pixel
+    bool busy_ = false;   // the last block was all runs of one pixel
     bool lost_ = false;
     size_t used_ = 0;
     std::array<uint32_t, kChunk> words_;
