@@ -17,8 +17,9 @@ public:
         NotThreeComponents = -4,  ///< "invalid number of components\n"
     };
 
-    /// The most pixels that are read, so that no file can take all memory. A side may have 65,500 pixels,
-    /// libjpeg's own limit. Anything larger is a LibraryError.
+    /// The most pixels that are read, so that no file can take all memory: libjpeg holds a progressive image
+    /// whole, at six bytes a pixel. A side may have 65,500 pixels, libjpeg's own limit. Anything larger is a
+    /// LibraryError.
     static constexpr int64_t kMostPixels = int64_t{8192} * 8192;
     /// The most scans of a progressive file; each costs a pass over the whole image, however little of the
     /// file it takes. More are a LibraryError. Usual are ten.
