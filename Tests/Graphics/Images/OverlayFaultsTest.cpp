@@ -115,9 +115,9 @@ INSTANTIATE_TEST_SUITE_P(Raw, OverlayFaultsTest, testing::ValuesIn(kRawWriters),
 INSTANTIATE_TEST_SUITE_P(Containers, ContainerFaultsTest, testing::ValuesIn(kContainerWriters), nameOf);
 
 /// A file system of one page, 4096 bytes, at "/tmp/small".
-class FullDiskTest : public testing::Test {
+class SmallDiskOverlayTest : public testing::Test {
 protected:
-    FullDiskTest() {
+    SmallDiskOverlayTest() {
         support::PrivateWorld::makeDirectory("/tmp/small");
         if (mount("tmpfs", "/tmp/small", "tmpfs", 0, "size=4k") != 0) {
             throw std::runtime_error("cannot mount on /tmp/small");
@@ -241,24 +241,24 @@ TEST_P(OverlayFaultsTest, TheFileStaysOpenForItsOwner) {
     EXPECT_TRUE(file.bytes().ends_with("more"));
 }
 
-TEST_F(FullDiskTest, AnEndWordThatDoesNotFitEndsSaveRleBeforeTheHeader) {
+TEST_F(SmallDiskOverlayTest, AnEndWordThatDoesNotFitEndsSaveRleBeforeTheHeader) {
     EXPECT_EQ(-2, noise(1021)->SaveRLE(file.get(), 1, false));  // 12 + 4 · 1021 = 4096
     EXPECT_EQ(4096U, bytes().size());
     EXPECT_EQ(kNoHeader, bytes().substr(0, 12));
 }
 
-TEST_F(FullDiskTest, PaddingThatDoesNotFitEndsSaveRleBeforeTheHeader) {
+TEST_F(SmallDiskOverlayTest, PaddingThatDoesNotFitEndsSaveRleBeforeTheHeader) {
     EXPECT_EQ(-2, noise(1020)->SaveRLE(file.get(), 1, false));
     EXPECT_EQ(kNoHeader, bytes().substr(0, 12));
 }
 
-TEST_F(FullDiskTest, WhatJustFitsIsWhole) {
+TEST_F(SmallDiskOverlayTest, WhatJustFitsIsWhole) {
     const auto bitmap = noise(991);  // 12 + 31 · 128 = 3980
     EXPECT_EQ(0, bitmap->SaveRLE(file.get(), 1, false));
     EXPECT_EQ(PlainOverlay(*bitmap).runLengths(1, false), bytes());
 }
 
-TEST_F(FullDiskTest, WhatWasWrittenBeforeIsNotLostSilently) {
+TEST_F(SmallDiskOverlayTest, WhatWasWrittenBeforeIsNotLostSilently) {
     std::fputs(std::string(6000, 'x').c_str(), file.get());
     EXPECT_EQ(-2, noise(1)->SaveRLE(file.get(), 1, false));
 }
