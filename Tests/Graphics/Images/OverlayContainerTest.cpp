@@ -14,12 +14,12 @@ std::span<const uint8_t> asBytes(const std::string& text) {
 }  // namespace
 
 TEST(OverlayContainerTest, TheBodyBeginsAtOffset12AndIsPaddedTo128Bytes) {
-    for (const size_t length : {0, 1, 4, 127, 128, 129, 255, 256, 4000}) {
+    for (const int length : {0, 1, 4, 127, 128, 129, 255, 256, 4000}) {
         const OverlayFile file;
-        const std::string body(length, 'b');
+        const std::string body(static_cast<size_t>(length), 'b');
         EXPECT_EQ(0, Overlay::beginBody(file));
         EXPECT_EQ(0, Overlay::write(file, asBytes(body)));
-        EXPECT_EQ(0, Overlay::finish(file, 0x01020304, static_cast<int64_t>(length)));
+        EXPECT_EQ(0, Overlay::finish(file, 0x01020304, length));
         EXPECT_EQ(contained(0x01020304, body), file.bytes()) << length;
     }
 }
