@@ -234,7 +234,7 @@ TEST_F(ThreadWatchdogTest, PassesRunBesideThreadsThatComeAndGo) {
         },
         0);
     watchdog.start(false, 0);
-    for (int start = 0; start < 200; ++start) {
+    for (int start = 0; start < 50; ++start) {
         Thread thread(
             kOled, [] { Thread::reportAlive(); }, 0);
         EXPECT_EQ(0, thread.start(start % 2 == 0, 0));
