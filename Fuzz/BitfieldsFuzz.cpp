@@ -1,8 +1,8 @@
 // Bit sets out of any bytes, one after the other into the same set, and back into bytes.
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 
+#include "Fuzz/Require.h"
 #include "Vl/Common/Streams/Bitfields.h"
 #include "Vl/Common/Streams/InputStream.h"
 #include "Vl/Common/Streams/OutputStream.h"
@@ -17,9 +17,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         Valen::InputStream again(packed);
         Valen::Bitfields::DynamicProvider copy;
         copy.unpack(again);
-        if (copy.toString() != set.toString() || !again.eof()) {
-            std::abort();
-        }
+        require(copy.toString() == set.toString() && again.eof());
     }
     return 0;
 }

@@ -2,10 +2,10 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 #include <string>
 
+#include "Fuzz/Require.h"
 #include "Vl/Common/Log/TypedFormat.h"
 
 namespace {
@@ -45,12 +45,6 @@ private:
     const std::uint8_t* data_;
     std::size_t size_;
 };
-
-void require(bool holds) {
-    if (!holds) {
-        std::abort();
-    }
-}
 
 /// Puts one piece; the next byte of the input says which kind.
 char* putPiece(BufBase& buffer, char* at, Input& input) {

@@ -2,22 +2,16 @@
 // rows.
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 #include <string>
 
+#include "Fuzz/Require.h"
 #include "Vl/Common/Enums/EventDefs.h"
 #include "Vl/Common/Enums/OriginKey.h"
 #include "Vl/Common/Enums/ParameterID.h"
 #include "Vl/Common/Enums/UpdatePackage.h"
 
 namespace {
-
-void require(bool holds) {
-    if (!holds) {
-        std::abort();
-    }
-}
 
 template <const auto& Rows>
 void lookUp(long number, const std::string& text) {

@@ -1,11 +1,11 @@
 // Bytes of any content and number, dumped in every way; the fast ways must agree with the plain loop.
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <span>
 #include <sstream>
 #include <string>
 
+#include "Fuzz/Require.h"
 #include "Tests/Common/Strings/PlainHexDump.h"
 #include "Vl/Common/Strings/HexDump.h"
 
@@ -15,12 +15,6 @@ constexpr const char* kByteFormats[] = {"%02X ", "%02x", " %d ", "%700X", ""};
 
 /// Long lines have a number of their own: 1659 is the last that fits the line buffer with any address.
 constexpr int kPerLines[] = {-1, 0, 1, 7, 16, 32, 1659, 1666, 5000, 0x7FFFFFFF};
-
-void require(bool condition) {
-    if (!condition) {
-        std::abort();
-    }
-}
 
 }  // namespace
 

@@ -4,23 +4,17 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 #include <ios>
 #include <span>
 #include <string>
 
+#include "Fuzz/Require.h"
 #include "Vl/Common/Streams/InputStream.h"
 
 namespace {
 
 using Valen::InputStream;
-
-void check(bool condition) {
-    if (!condition) {
-        std::abort();
-    }
-}
 
 /// Sizes and offsets of all kinds, the absurd ones too.
 long numberFrom(std::uint8_t operation) {
@@ -33,20 +27,20 @@ void getLine(InputStream& stream, std::uint8_t operation) {
     std::array<char, 64> line;
     const long size = std::min<long>(numberFrom(operation), line.size());
     if (stream.getline(line.data(), size, 'a')) {
-        check(std::strlen(line.data()) < line.size());
+        require(std::strlen(line.data()) < line.size());
     }
 }
 
 void readBytes(InputStream& stream, std::uint8_t operation) {
     std::array<char, 64> bytes;
     const long wanted = std::min<long>(numberFrom(operation), bytes.size());
-    check(stream.read(bytes.data(), wanted) <= std::max(wanted, 0L));
+    require(stream.read(bytes.data(), wanted) <= std::max(wanted, 0L));
 }
 
 void findByte(InputStream& stream, std::uint8_t operation) {
     const auto wanted = static_cast<char>(operation);
     const long distance = stream.find(wanted);
-    check(distance < 0 || stream.GetRemainingData()[distance] == wanted);
+    require(distance < 0 || stream.GetRemainingData()[distance] == wanted);
 }
 
 void show(InputStream& stream, std::uint8_t operation) {
@@ -68,17 +62,17 @@ constexpr Operation kOperations[] = {
     [](InputStream& s, std::uint8_t) { s.getUInt16(); },
     [](InputStream& s, std::uint8_t) { s.getInt32(); },
     [](InputStream& s, std::uint8_t) { s.getUInt64(); },
-    [](InputStream& s, std::uint8_t) { check(std::strlen(s.getString().c_str()) <= 255); },
+    [](InputStream& s, std::uint8_t) { require(std::strlen(s.getString().c_str()) <= 255); },
     getLine,
     [](InputStream& s, std::uint8_t) {
         std::string line;
-        check(s.getline(line) || line.empty());
+        require(s.getline(line) || line.empty());
     },
     readBytes,
     findByte,
     [](InputStream& s, std::uint8_t o) { s.seekg(numberFrom(o), std::ios_base::cur); },
     [](InputStream& s, std::uint8_t o) { s.seekg(numberFrom(o), std::ios_base::end); },
-    [](InputStream& s, std::uint8_t) { check(s.eof() == (s.peek() == -1)); },
+    [](InputStream& s, std::uint8_t) { require(s.eof() == (s.peek() == -1)); },
     [](InputStream& s, std::uint8_t) { s.unget(); },
     [](InputStream& s, std::uint8_t o) { s.truncate(numberFrom(o)); },
     show,
@@ -94,7 +88,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     InputStream stream(reinterpret_cast<const char*>(message.data()), message.size());
     for (const std::uint8_t operation : input.subspan(std::min<std::size_t>(1, size), count)) {
         kOperations[operation % std::size(kOperations)](stream, operation);
-        check(stream.tellg() >= 0 && stream.GetRemainingSize() == stream.getSize() - stream.tellg());
+        require(stream.tellg() >= 0 && stream.GetRemainingSize() == stream.getSize() - stream.tellg());
     }
     return 0;
 }

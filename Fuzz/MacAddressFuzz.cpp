@@ -2,22 +2,12 @@
 // in.
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 
+#include "Fuzz/Require.h"
 #include "Vl/Common/Identity/MACAddress.h"
 
-namespace {
-
 using Valen::MACAddress;
-
-void require(bool condition) {
-    if (!condition) {
-        std::abort();
-    }
-}
-
-}  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string text(reinterpret_cast<const char*>(data), size);

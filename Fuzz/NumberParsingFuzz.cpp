@@ -1,18 +1,12 @@
 // Text of any content, read from front to back by the cursor parsers as version strings and addresses are.
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 
+#include "Fuzz/Require.h"
 #include "Vl/Common/Strings/NumberParsing.h"
 
 namespace {
-
-void require(bool condition) {
-    if (!condition) {
-        std::abort();
-    }
-}
 
 /// Reads numbers until the text ends or is not as expected.
 void readNumbers(const std::string& text, int terminator, int base) {

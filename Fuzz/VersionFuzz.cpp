@@ -1,9 +1,9 @@
 // Any text as a version; a version that was read must read the same from what it writes.
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 
+#include "Fuzz/Require.h"
 #include "Vl/Common/Identity/Version.h"
 
 namespace {
@@ -11,12 +11,6 @@ namespace {
 using Valen::Version;
 
 constexpr Version kBefore{{0x11223344, 0x55667788, 0x99AABBCC}};
-
-void require(bool condition) {
-    if (!condition) {
-        std::abort();
-    }
-}
 
 }  // namespace
 

@@ -204,8 +204,9 @@ TEST_F(BugReportTest, ABacktraceMayBeWrittenToAnyDescriptor) {
     Valen::BacktraceToFile(-1);
 }
 
-TEST_F(BugReportTest, ASignalHandlerMayReport) {
+TEST_F(BugReportTest, ASignalHandlerMayReportOnceTheProcessIsPrepared) {
     EXPECT_EQ(0, inFreshProcess([] {
+                  Valen::prepareBugReports();
                   std::signal(SIGHUP, [](int) { report_bug(true, "Deadlock?"); });
                   return std::raise(SIGHUP);
               }));

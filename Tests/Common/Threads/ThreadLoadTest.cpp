@@ -125,17 +125,7 @@ TEST_F(ThreadLoadTest, TheSecondSummarySaysWhoWorkedSinceTheFirst) {
 }
 
 TEST_F(ThreadLoadTest, WhatIsKeptAreThisCallsReadings) {
-    Gate leave;
-    Gate inside;
-    Thread thread(
-        kOled,
-        [&] {
-            inside.open();
-            leave.wait();
-        },
-        0);
-    thread.start(false, 0);
-    inside.wait();
+    ParkedThread parked;
     summary();
     ASSERT_THAT(buffers, SizeIs(2));
     EXPECT_TRUE(pthread_equal(pthread_self(), buffers[1].thread));
@@ -144,25 +134,13 @@ TEST_F(ThreadLoadTest, WhatIsKeptAreThisCallsReadings) {
     const std::int64_t before = buffers[1].cpuTime;
     summary();
     EXPECT_GT(buffers[1].cpuTime, before);
-    leave.open();
 }
 
 TEST_F(ThreadLoadTest, AThreadThatHasEndedIsForgotten) {
-    Gate leave;
-    Gate inside;
-    Thread thread(
-        kOled,
-        [&] {
-            inside.open();
-            leave.wait();
-        },
-        0);
-    thread.start(false, 0);
-    inside.wait();
+    ParkedThread parked;
     summary();
     EXPECT_THAT(buffers, SizeIs(2));
-    leave.open();
-    thread.join(nullptr);
+    parked.end();
     EXPECT_THAT(rows(), SizeIs(1));
     EXPECT_THAT(buffers, SizeIs(1));
 }

@@ -22,44 +22,20 @@ constexpr int kService = 16;
 constexpr int kUser = 17;
 constexpr int kDebugLog = 18;
 
-/// A thread that works and shows no sign of life, since second 1000.
-class SilentThread {
+/// A thread that shows no sign of life since second 1000, and what is said of it.
+class SilentThread : public ParkedThread {
 public:
-    explicit SilentThread(Enums::OriginKey::Type key = kOled)
-        : thread(
-              key,
-              [this] {
-                  id_ = pthread_self();
-                  inside_.open();
-                  leave_.wait();
-              },
-              0) {
-        thread.start(false, 0);
-        inside_.wait();
-    }
-    ~SilentThread() { end(); }
+    using ParkedThread::ParkedThread;
 
-    void end() {
-        leave_.open();
-        thread.quitAndJoin();
-    }
     /// "OLED (id 140…/712)"
     std::string identity() const {
-        return std::string(thread.name()) + " (id " + std::to_string(static_cast<long>(id_)) + "/" +
+        return std::string(thread.name()) + " (id " + std::to_string(static_cast<long>(id())) + "/" +
                std::to_string(thread.tid()) + ")";
     }
     LogLine warning(int seconds) const {
         return {kService, 6,
                 "Thread: WTG " + identity() + " no response since " + std::to_string(seconds) + "s"};
     }
-
-private:
-    pthread_t id_{};
-    Gate inside_;
-    Gate leave_;
-
-public:
-    Thread thread;
 };
 
 class ThreadWatchdogTest : public ThreadWorld {
@@ -212,25 +188,13 @@ TEST_F(ThreadWatchdogTest, AWaitOnPurposeEndsTheCounting) {
 }
 
 TEST_F(ThreadWatchdogTest, AStartResetsTheCounting) {
-    Gate leave;
-    Gate inside;
-    Thread thread(
-        kOled,
-        [&] {
-            inside.open();
-            leave.wait();
-        },
-        0);
-    thread.start(false, 0);
-    inside.wait();
-    thread.setPanicTreshold(1);
+    SilentThread silent;
+    silent.thread.setPanicTreshold(1);
     firstPass(1010);
-    EXPECT_TRUE(thread.needPanicReset());
-    leave.open();
-    thread.join(nullptr);
-    thread.start(false, 0);
-    EXPECT_FALSE(thread.needPanicReset());
-    thread.join(nullptr);
+    EXPECT_TRUE(silent.thread.needPanicReset());
+    silent.end();
+    silent.thread.start(false, 0);
+    EXPECT_FALSE(silent.thread.needPanicReset());
 }
 
 TEST_F(ThreadWatchdogTest, EveryLateThreadCostsAPause) {
@@ -248,24 +212,14 @@ TEST_F(ThreadWatchdogTest, EveryLateThreadCostsAPause) {
 }
 
 TEST_F(ThreadWatchdogTest, AThreadThatEndsDuringAPassWaitsForIt) {
-    Gate leave;
-    Gate inside;
-    Thread ending(
-        kOneWire,
-        [&] {
-            inside.open();
-            leave.wait();
-        },
-        0);
-    ending.start(false, 0);
-    inside.wait();
+    ParkedThread ending(kOneWire);
     {
         const std::lock_guard pass(Thread::mut);
-        leave.open();
-        EXPECT_THAT(Thread::known_threads, ElementsAre(&ending));
-        EXPECT_TRUE(ending.isRunning());
+        ending.letGo();
+        EXPECT_THAT(Thread::known_threads, ElementsAre(&ending.thread));
+        EXPECT_TRUE(ending.thread.isRunning());
     }
-    ending.join(nullptr);
+    ending.end();
     EXPECT_THAT(Thread::known_threads, IsEmpty());
 }
 
@@ -280,7 +234,7 @@ TEST_F(ThreadWatchdogTest, PassesRunBesideThreadsThatComeAndGo) {
         },
         0);
     watchdog.start(false, 0);
-    for (int start = 0; start < 200; ++start) {
+    for (int start = 0; start < 50; ++start) {
         Thread thread(
             kOled, [] { Thread::reportAlive(); }, 0);
         EXPECT_EQ(0, thread.start(start % 2 == 0, 0));

@@ -43,6 +43,41 @@ private:
     sem_t semaphore_;
 };
 
+/// A running thread that stands still in its function, and shows no sign of life, until it is let go.
+class ParkedThread {
+public:
+    explicit ParkedThread(Enums::OriginKey::Type key = kOled)
+        : thread(
+              key,
+              [this] {
+                  id_ = pthread_self();
+                  inside_.open();
+                  leave_.wait();
+              },
+              0) {
+        thread.start(false, 0);
+        inside_.wait();
+    }
+    ParkedThread(const ParkedThread&) = delete;
+    ParkedThread& operator=(const ParkedThread&) = delete;
+    ~ParkedThread() { end(); }
+
+    void letGo() { leave_.open(); }
+    void end() {
+        letGo();
+        thread.quitAndJoin();
+    }
+    pthread_t id() const { return id_; }
+
+private:
+    pthread_t id_{};
+    Gate inside_;
+    Gate leave_;
+
+public:
+    Valen::Thread thread;
+};
+
 /// An outside world with the bug file's directory, and an open log at its default thresholds.
 class ThreadWorld : public testing::Test {
 protected:

@@ -49,6 +49,14 @@ std::string_view written(const std::array<char, 2048>& buffer, int count) {
 
 }  // namespace
 
+void prepareBugReports() {
+    [[maybe_unused]] static const bool prepared = [] {
+        tzset();
+        void* frame = nullptr;
+        return backtrace(&frame, 1) > 0;
+    }();
+}
+
 int report_bug(bool withBacktrace, const char* format, ...) {
     va_list arguments;
     va_start(arguments, format);

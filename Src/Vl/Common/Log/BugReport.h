@@ -12,10 +12,14 @@
 /// older generation. A report blocks until its bytes are on the disk. Nothing throws and nothing is logged;
 /// errno may change.
 ///
-/// A signal handler may report too, which is how a thread that hangs shows its backtrace. Not every step is
-/// async-signal-safe by the book: localtime_r(3) takes the lock of the time zone, and the first backtrace(3)
-/// of a process loads libgcc, so a handler that interrupts one of these two may wait forever.
+/// A signal handler may report too, which is how a thread that hangs shows its backtrace, once the process
+/// has called prepareBugReports(). One step is not async-signal-safe by the book: localtime_r(3) takes the
+/// lock of the time zone, so a handler that interrupts another conversion in its own thread may wait forever.
 namespace Valen {
+
+/// Does ahead what the first report of a process would allocate memory for, which a signal handler must not:
+/// reads the time zone and loads the unwinder. Any thread may call it, also more than once.
+void prepareBugReports();
 
 /// Writes one report: on the first of this process "=======> devd relaunch <======" on a line of its own,
 /// then the prefix of report_bug_log_time() and the message on one line, then the backtrace of the calling

@@ -1,6 +1,5 @@
 #include "Vl/Common/Threads/ThreadSignals.h"
 
-#include <execinfo.h>
 #include <syslog.h>
 
 #include <cerrno>
@@ -37,16 +36,10 @@ void setBlocked(int how, int signal) {
     pthread_sigmask(how, &signals, nullptr);
 }
 
-/// The first backtrace of a process loads the unwinder and allocates, which a signal handler must not.
-bool loadUnwinder() {
-    void* frame = nullptr;
-    return backtrace(&frame, 1) > 0;
-}
-
 }  // namespace
 
 void installThreadSignalHandler() {
-    [[maybe_unused]] static const bool loaded = loadUnwinder();
+    prepareBugReports();
     // No SA_RESTART for SIGUSR1: ending a blocking system call is what it is for.
     catchSignal(SIGUSR1, 0);
     catchSignal(SIGHUP, SA_RESTART);
