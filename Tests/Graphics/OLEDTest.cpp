@@ -87,6 +87,21 @@ TEST_F(OLEDTest, InitFailsWithoutAFontAndSaysNothing) {
     EXPECT_FALSE(oled.getFont().isLoaded());
 }
 
+TEST_F(OLEDTest, InitWithoutADirectoryFails) {
+    EXPECT_FALSE(oled.init(nullptr));
+    EXPECT_FALSE(oled.getFont().isLoaded());
+}
+
+TEST_F(OLEDTest, InitThatFailsLeavesTheFontAsItWas) {
+    const support::TemporaryDirectory directory;
+    std::filesystem::create_symlink(kTestFont, directory.file("Font.ttf"));
+    ASSERT_TRUE(oled.init(directory.file("").c_str()));
+    oled.getFont().SetSize(14);
+    EXPECT_FALSE(oled.init("/no/such/directory"));
+    EXPECT_TRUE(oled.getFont().isLoaded());
+    EXPECT_EQ(14, oled.getFont().size());
+}
+
 TEST_F(OLEDTest, AFrameWhoseBytesAnIntCannotCountIsEmpty) {
     const VLGraphics::OLED tooLarge(32768, 32768);  // 2^31 bytes
     EXPECT_EQ(0, tooLarge.getBufferSize());

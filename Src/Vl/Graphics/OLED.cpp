@@ -11,6 +11,9 @@ OLED::OLED(int w, int h) : frame_(w, h) {}
 OLED::~OLED() = default;
 
 bool OLED::init(const char* directory) {
+    if (directory == nullptr) {
+        return false;
+    }
     return TextRender::Render::NewFace((std::string(directory) + "/Font.ttf").c_str(), font_);
 }
 

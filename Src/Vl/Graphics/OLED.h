@@ -17,7 +17,8 @@ public:
     OLED(const OLED&) = delete;
     OLED& operator=(const OLED&) = delete;
 
-    /// Loads "Font.ttf" from `directory`. @return whether it could be loaded; else the font stays as it was.
+    /// Loads "Font.ttf" from `directory`; null names none. Blocks on the file.
+    /// @return whether it could be loaded; else the font stays as it was
     bool init(const char* directory);
 
     /// The pixels in panel byte order, row by row, ready to be sent. Valid as long as the frame.
