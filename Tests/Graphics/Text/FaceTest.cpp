@@ -124,6 +124,22 @@ TEST_F(FaceTest, InitTakesOwnershipAndForgetsTheSize) {
     FT_Done_FreeType(library);
 }
 
+TEST_F(FaceTest, InitWithTheFaceThatItHoldsKeepsItAndForgetsTheSize) {
+    FT_Library library = nullptr;
+    FT_Face loaded = nullptr;
+    ASSERT_EQ(0, FT_Init_FreeType(&library));
+    ASSERT_EQ(0, FT_New_Face(library, kTestFont, 0, &loaded));
+    face.Init(loaded);
+    face.SetSize(14);
+    face.Init(loaded);
+    EXPECT_EQ(-1, face.size());
+    face.SetSize(14);
+    EXPECT_GT(face.TextDimensions("A", true, 0).width, 0);
+    face.Init(nullptr);
+    EXPECT_FALSE(face.isLoaded());
+    FT_Done_FreeType(library);
+}
+
 TEST_F(FaceTest, ExtremeSizesAreRefusedOrTakenButNeverFatal) {
     errorsOf([&] {
         for (const int size : {INT_MIN, -1000, 0, 1, 5000, 70000, INT_MAX}) {

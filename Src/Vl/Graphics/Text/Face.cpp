@@ -20,7 +20,9 @@ Face::~Face() = default;
 
 void Face::Init(FT_FaceRec_* face) {
     glyphs_.clear();
-    face_.reset(face);
+    if (face != face_.get()) {
+        face_.reset(face);
+    }
     size_ = -1;
 }
 

@@ -34,7 +34,8 @@ public:
     Face(const Face&) = delete;
     Face& operator=(const Face&) = delete;
 
-    /// Takes ownership of a FreeType face in place of the earlier one; the size becomes −1.
+    /// Takes ownership of a FreeType face, or null for none, in place of the earlier one, which is released
+    /// unless it is the same; the size becomes −1. The face's library must live as long as the face is held.
     void Init(FT_FaceRec_* face);
     /// Releases the face, if any; size and cap height stay.
     void Clear();
