@@ -1,3 +1,6 @@
+#include <ft2build.h>
+#include FT_FREETYPE_H
+
 #include <gmock/gmock.h>
 
 #include <climits>
@@ -6,9 +9,11 @@
 #include "Tests/Graphics/ExpectSame.h"
 #include "Tests/Graphics/LibraryFaults.h"
 #include "Tests/Graphics/PlainText.h"
+#include "Tests/Graphics/PlainYuv.h"
 #include "Tests/Graphics/PngFiles.h"
 #include "Tests/Support/TemporaryDirectory.h"
 #include "Vl/Graphics/Pixels/RGB16Bitmap.h"
+#include "Vl/Graphics/Pixels/YUVBitmap.h"
 #include "Vl/Graphics/Text/Face.h"
 #include "Vl/Graphics/Text/Render.h"
 
@@ -121,18 +126,18 @@ TEST_F(FaceRenderTest, TheLeftMarginOfATextThatStartsOutsideIsColumnZero) {
 
 TEST_F(FaceRenderTest, RenderingStopsSilentlyWhenTheNextBaselineReachesTheHeight) {
     // The second baseline lies on the last row, the third would lie below.
-    bitmap.setPosition(0, 47 - kPoints - face.capHeight());
+    bitmap.setPosition(0, 47 - kPoints - plain.capHeight());
     testing::internal::CaptureStderr();
     render("WWW", 10);
     EXPECT_EQ("", testing::internal::GetCapturedStderr());
-    plain.draw(expected, "W\nW", 0, 47 - kPoints - face.capHeight(), 0x80ffffff, INT_MAX, 0);
+    plain.draw(expected, "W\nW", 0, 47 - kPoints - plain.capHeight(), 0x80ffffff, INT_MAX, 0);
     expectSame(expected, bitmap.getBuffer());
 
     bitmap.resize(160, 48);
-    bitmap.setPosition(0, 48 - kPoints - face.capHeight());
+    bitmap.setPosition(0, 48 - kPoints - plain.capHeight());
     render("WWW", 10);
     PlainFrame oneLine(160, 48);
-    plain.draw(oneLine, "W", 0, 48 - kPoints - face.capHeight(), 0x80ffffff, INT_MAX, 0);
+    plain.draw(oneLine, "W", 0, 48 - kPoints - plain.capHeight(), 0x80ffffff, INT_MAX, 0);
     expectSame(oneLine, bitmap.getBuffer());
 }
 
@@ -165,7 +170,7 @@ TEST_F(FaceRenderTest, AnIconIsCentredOnTheMiddleOfTheCapitals) {
     face.SetIcon(3, writeIcon(6, 4).c_str());
     bitmap.setPosition(10, 10);
     render("\x03\x03");
-    expected.fill(10, 10 + face.capHeight() - face.capHeight() / 2 - 2, 12, 4, 0x80ffffff);
+    expected.fill(10, 10 + plain.capHeight() - plain.capHeight() / 2 - 2, 12, 4, 0x80ffffff);
     expectSame(expected, bitmap.getBuffer());
     expectAt(10, 10);
 }
@@ -174,7 +179,7 @@ TEST_F(FaceRenderTest, TextGoesOnAfterAnIcon) {
     face.SetIcon(1, writeIcon(20, 1).c_str());
     bitmap.setPosition(0, 0);
     render("\x01W");
-    expected.fill(0, face.capHeight() - face.capHeight() / 2, 20, 1, 0x80ffffff);
+    expected.fill(0, plain.capHeight() - plain.capHeight() / 2, 20, 1, 0x80ffffff);
     plain.draw(expected, "W", 20, 0, 0x80ffffff, INT_MAX, 0);
     expectSame(expected, bitmap.getBuffer());
 }
@@ -324,6 +329,36 @@ TEST_F(FaceRenderTest, ABoxWithAWidthWrapsTheTextAndLimitsItsExtent) {
     expectAt(20 + 30, 5);
 }
 
+TEST_F(FaceRenderTest, ATextWiderThanItsBoxIsAlignedByTheBoxesWidth) {
+    const struct {
+        HorizontalAlignment alignment;
+        int textX;
+        int afterX;
+    } columns[] = {{HorizontalAlignment::Start, 80, 80 + 30},
+                   {HorizontalAlignment::Centred, 80 - 15, 80},
+                   {HorizontalAlignment::End, 80 - 30, 80 - 30}};
+    for (const auto& column : columns) {
+        bitmap.resize(160, 48);
+        bitmap.setPosition(80, 5);
+        align(column.alignment, VerticalAlignment::Top);
+        face.RenderAligned("WWW", bitmap, kWhite, {30, 40, 0}, 0x80204060, 0);
+        PlainFrame frame(160, 48);
+        frame.fill(column.textX, 5, 30, 40, 0x80204060);
+        plain.draw(frame, "WWW", column.textX, 5, 0x80ffffff, column.textX + 30, 0);
+        expectSame(frame, bitmap.getBuffer());
+        expectAt(column.afterX, 5);
+    }
+}
+
+TEST_F(FaceRenderTest, AlignedTextIsMeasuredAndDrawnInCells) {
+    bitmap.setPosition(80, 5);
+    align(HorizontalAlignment::Centred, VerticalAlignment::Top);
+    face.RenderAligned("iWi", bitmap, kWhite, {}, 0x80000000, 24);
+    plain.draw(expected, "iWi", 80 - 36, 5, 0x80ffffff, INT_MAX, 24);
+    expectSame(expected, bitmap.getBuffer());
+    expectAt(80, 5);
+}
+
 TEST_F(FaceRenderTest, FittedTextIsDrawnAtItsBestSizeFromTheBoxesCorner) {
     bitmap.setPosition(4, 3);
     face.RenderFit("Hello, panel", bitmap, {120, 40, 0}, kWhite, false);
@@ -362,4 +397,42 @@ TEST_F(FaceRenderTest, FittedTextInSeveralLinesWrapsAtTheBoxesEdge) {
     plain.setPoints(face.size());
     plain.draw(expected, text, 10, 0, 0x80ffffff, 150, 0);
     expectSame(expected, bitmap.getBuffer());
+}
+
+TEST_F(FaceRenderTest, TheBaselineFollowsTheVerticalAdvanceOfEachGlyph) {
+    FT_Library library = nullptr;
+    FT_Face slanted = nullptr;
+    ASSERT_EQ(0, FT_Init_FreeType(&library));
+    ASSERT_EQ(0, FT_New_Face(library, kTestFont, 0, &slanted));
+    FT_Matrix rising = {0x10000, 0, 0x10000, 0x10000};  // one pixel up for each to the right
+    FT_Set_Transform(slanted, &rising, nullptr);
+    face.Init(slanted);
+    face.SetSize(kPoints);
+    const int advance = plain.pixelsWide("W");
+    bitmap.setPosition(5, 10);
+    render("WW");
+    RGB16Bitmap oneByOne(160, 48);
+    for (const int step : {0, advance}) {
+        oneByOne.setPosition(5 + step, 10 + step);
+        face.Render("W", oneByOne, kWhite, INT_MAX, 0);
+    }
+    expectSame(PlainFrame(160, 48, oneByOne.getBuffer()), bitmap.getBuffer());
+    EXPECT_NE(std::string::npos, artOf(160, 48, bitmap.getBuffer()).find('#'));
+    face.Clear();
+    FT_Done_FreeType(library);
+}
+
+TEST_F(FaceRenderTest, OverlayPicturesTakeTextAsTheFrameDoes) {
+    YUVBitmap overlay(160, 48);
+    overlay.setPosition(3, 4);
+    face.Render("Overlay", overlay, kWhite, INT_MAX, 0);
+    bitmap.setPosition(3, 4);
+    render("Overlay");
+    int drawn = 0;
+    for (int i = 0; i < 160 * 48; ++i) {
+        const uint32_t colour = uint32_t{bitmap.getBuffer().alpha()[i]} << 24 | 0xffffff;
+        ASSERT_EQ(PlainYuv::set(0, i, colour), overlay.getBuffer().pixels()[i]) << i;
+        drawn += overlay.getBuffer().pixels()[i] != 0 ? 1 : 0;
+    }
+    EXPECT_GT(drawn, 100);
 }
