@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <cstring>
 #include <new>
 #include <random>
 
@@ -65,9 +66,36 @@ TEST_F(RGBPixelBufferTest, HalfAlphaMixesHalfAndHalf) {
     EXPECT_EQ(rgba(0xff787c78), buffer.getPixel(0));  // 15 of 31, 31 of 63
 }
 
-TEST_F(RGBPixelBufferTest, AnOpaqueFillReadsBackAsTwoHundredFiftyFive) {
+TEST_F(RGBPixelBufferTest, AnOpaqueFillReadsBackAs255AndNotAs128OnPurpose) {
     buffer.fillRect(0, 0, kWidth, kHeight, 0x80ffffff);
     EXPECT_EQ(rgba(0xfff8fcf8), buffer.getPixel(0));
+}
+
+TEST_F(RGBPixelBufferTest, EveryColourIsSetFilledAndReadWithItsTopBits) {
+    std::vector<rgba> colours(256);
+    std::vector<uint8_t> stored(512);
+    std::vector<rgba> read(256);
+    for (uint32_t blue = 0; blue < 256; ++blue) {
+        for (uint32_t green = 0; green < 256; ++green) {
+            for (uint32_t red = 0; red < 256; ++red) {
+                colours[red] = 0x80000000 + blue * 65536 + green * 256 + red;
+                stored[2 * red] = static_cast<uint8_t>(red / 8 * 8 + green / 32);
+                stored[2 * red + 1] = static_cast<uint8_t>(green / 4 % 8 * 32 + blue / 8);
+                read[red] = 0xff000000 + blue / 8 * 8 * 65536 + green / 4 * 4 * 256 + red / 8 * 8;
+            }
+            buffer.resize(512, 1);
+            buffer.setPixels(0, colours);
+            for (int i = 0; i < 256; ++i) {
+                buffer.fillRect(256 + i, 0, 1, 1, colours[static_cast<size_t>(i)]);
+            }
+            bool same = std::memcmp(stored.data(), buffer.pixels(), 512) == 0 &&
+                        std::memcmp(stored.data(), buffer.pixels() + 256, 512) == 0;
+            for (int i = 0; i < 256; ++i) {
+                same = same && buffer.getPixel(i) == read[static_cast<size_t>(i)];
+            }
+            ASSERT_TRUE(same) << "green " << green << " blue " << blue;
+        }
+    }
 }
 
 TEST_F(RGBPixelBufferTest, CoverageBelowOpaqueReadsBackAsZero) {

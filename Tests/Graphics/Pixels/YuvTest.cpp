@@ -83,7 +83,7 @@ TEST(YuvTest, AColourHasBothChromaSamplesAndADrawnPixelOne) {
     EXPECT_EQ(wordOf(326, 181, 0, 4), Yuv::fromColourAt(1000000, kRed).word);
 }
 
-TEST(YuvTest, BlackAndWhiteReadBackInCoarseSteps) {
+TEST(YuvTest, BlackAndWhiteReadBackInCoarseStepsOnPurpose) {
     EXPECT_EQ(rgba(0x80000000), Yuv::toColour({wordOf(64, 256, 256, 4)}));
     // 876 above black is 832 in steps of 64.
     EXPECT_EQ(rgba(0x80f2f2f2), Yuv::toColour({wordOf(940, 256, 256, 4)}));
