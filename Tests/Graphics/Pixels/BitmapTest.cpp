@@ -179,7 +179,7 @@ TEST_F(BitmapTest, BlendMaskFarOutsideDrawsNothing) {
     EXPECT_EQ(art(), kUntouched);
 }
 
-TEST_F(BitmapTest, AnIconIsDrawnAtTheDrawingPosition) {
+TEST_F(BitmapTest, AnIconIsDrawnAtTheDrawingPositionAndMovesItPast) {
     const support::TemporaryDirectory directory;
     const std::string path = directory.file("icon.png");
     writePngFile(path, {.width = 3, .height = 2, .samples = std::vector<uint8_t>(18, 255)});
@@ -192,6 +192,8 @@ TEST_F(BitmapTest, AnIconIsDrawnAtTheDrawingPosition) {
               "..###...\n"
               "..###...\n"
               "........\n");
+    EXPECT_EQ(5, bitmap.getX());
+    EXPECT_EQ(1, bitmap.getY());
 }
 
 TEST_F(BitmapTest, AnIconIsNeverAReasonToResize) {

@@ -62,7 +62,8 @@ public:
     /// The drawing position plays no part.
     void BlendMask(int left, int top, const CoverageMask& mask, rgba colour);
 
-    /// Draws the icon's picture at the drawing position, as loadpng does. Nothing when it cannot be read.
+    /// Draws the icon's picture about the drawing position and moves the position past it, as loadpng does
+    /// without resizing. Nothing happens when the picture cannot be read.
     void render(const Icon& icon);
 
     /// Blends a PNG file about the drawing position and moves the position past it.
