@@ -93,3 +93,44 @@ TEST_F(IconTest, OnlyTheHeaderIsNeededForTheSize) {
     EXPECT_EQ(30, icon.getWidth());
     EXPECT_EQ(20, icon.getHeight());
 }
+
+TEST_F(IconTest, TheSizeIsKnownAlsoOfPicturesThatCannotBeDrawn) {
+    writePngFile(directory.file("a.png"), {.width = 3,
+                                           .height = 2,
+                                           .colourType = PngFile::Grey,
+                                           .bitDepth = 16,
+                                           .samples = std::vector<uint8_t>(12)});
+    icon.Load(directory.file("a.png").c_str());
+    EXPECT_EQ(3, icon.getWidth());
+    EXPECT_EQ(2, icon.getHeight());
+    writePngFile(
+        directory.file("b.png"),
+        {.width = 5, .height = 4, .colourType = PngFile::Palette, .samples = std::vector<uint8_t>(20)});
+    icon.Load(directory.file("b.png").c_str());
+    EXPECT_EQ(5, icon.getWidth());
+    EXPECT_EQ(4, icon.getHeight());
+}
+
+TEST_F(IconTest, AHeaderThatIsCutAnywhereLeavesZero) {
+    const std::string path = writeIcon("a.png", 30, 20);
+    const std::string whole = readBytes(path);
+    for (size_t length = 0; length < 33; ++length) {  // the signature and the header chunk
+        writeBytes(path, whole.substr(0, length));
+        icon.Load(path.c_str());
+        EXPECT_EQ(0, icon.getWidth()) << length;
+        EXPECT_EQ(0, icon.getHeight()) << length;
+    }
+}
+
+TEST_F(IconTest, AHeaderWithAnyByteDamagedLeavesZero) {
+    const std::string path = writeIcon("a.png", 30, 20);
+    const std::string whole = readBytes(path);
+    for (size_t place = 0; place < 33; ++place) {
+        std::string damaged = whole;
+        damaged[place] = static_cast<char>(damaged[place] ^ 1);
+        writeBytes(path, damaged);
+        icon.Load(path.c_str());
+        EXPECT_EQ(0, icon.getWidth()) << place;
+        EXPECT_EQ(0, icon.getHeight()) << place;
+    }
+}
