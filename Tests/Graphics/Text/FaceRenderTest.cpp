@@ -184,6 +184,14 @@ TEST_F(FaceRenderTest, TextGoesOnAfterAnIcon) {
     expectSame(expected, bitmap.getBuffer());
 }
 
+TEST_F(FaceRenderTest, AnIconRightOfMaxXDoesNotWrap) {
+    face.SetIcon(1, writeIcon(6, 1).c_str());
+    bitmap.setPosition(30, 0);
+    render("\x01\x01", 10);
+    expected.fill(30, plain.capHeight() - plain.capHeight() / 2, 12, 1, 0x80ffffff);
+    expectSame(expected, bitmap.getBuffer());
+}
+
 TEST_F(FaceRenderTest, IconsWithoutAFileDrawNothingAndTakeNoRoom) {
     bitmap.setPosition(3, 3);
     testing::internal::CaptureStderr();
@@ -221,6 +229,20 @@ TEST_F(FaceRenderTest, WithoutAFaceNothingIsDrawn) {
     expectSame(expected, bitmap.getBuffer());
     face.Render(nullptr, bitmap, kWhite, INT_MAX, 0);
     expectSame(expected, bitmap.getBuffer());
+}
+
+TEST_F(FaceRenderTest, WithoutASizeEachLineIsARowHigherSinceTheSizeIsTheLineStep) {
+    const auto drawnAt = [&](const char* text, int y) {
+        bitmap.resize(160, 48);
+        bitmap.setPosition(5, y);
+        render(text);
+        return artOf(160, 48, bitmap.getBuffer());
+    };
+    ASSERT_TRUE(TextRender::Render::NewFace(kTestFont, face));
+    EXPECT_EQ(plain.capHeight() - 2, face.TextDimensions("\n\n", true, 0).height);
+    const std::string higher = drawnAt("A", 18);
+    EXPECT_EQ(higher, drawnAt("\n\nA", 20));
+    EXPECT_NE(higher, drawnAt("A", 20));
 }
 
 TEST_F(FaceRenderTest, AGlyphThatFailsIsSaidAndSkippedWithoutAnAdvance) {

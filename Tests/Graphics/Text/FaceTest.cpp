@@ -27,6 +27,21 @@ std::string errorsOf(const std::function<void()>& action) {
     return testing::internal::GetCapturedStderr();
 }
 
+/// A face of a library that belongs to the process; `released` becomes true when FreeType is done with it.
+FT_Face watchedFace(bool& released) {
+    static FT_Library library = nullptr;
+    if (library == nullptr) {
+        EXPECT_EQ(0, FT_Init_FreeType(&library));
+    }
+    FT_Face face = nullptr;
+    EXPECT_EQ(0, FT_New_Face(library, kTestFont, 0, &face));
+    released = false;
+    face->generic = {.data = &released, .finalizer = [](void* object) {
+                         *static_cast<bool*>(static_cast<FT_Face>(object)->generic.data) = true;
+                     }};
+    return face;
+}
+
 class FaceTest : public testing::Test {
 protected:
     FaceTest() { EXPECT_TRUE(TextRender::Render::NewFace(kTestFont, face)); }
@@ -111,33 +126,48 @@ TEST_F(FaceTest, ClearReleasesTheFaceAndKeepsTheSize) {
 }
 
 TEST_F(FaceTest, InitTakesOwnershipAndForgetsTheSize) {
-    FT_Library library = nullptr;
-    FT_Face loaded = nullptr;
-    ASSERT_EQ(0, FT_Init_FreeType(&library));
-    ASSERT_EQ(0, FT_New_Face(library, kTestFont, 0, &loaded));
+    bool released = false;
     face.SetSize(14);
-    face.Init(loaded);
+    face.Init(watchedFace(released));
     EXPECT_EQ(-1, face.size());
     face.SetSize(14);
     EXPECT_GT(face.TextDimensions("A", true, 0).width, 0);
+    EXPECT_FALSE(released);
     face.Clear();
-    FT_Done_FreeType(library);
+    EXPECT_TRUE(released);
+}
+
+TEST_F(FaceTest, AFaceIsReleasedWhenItIsReplacedAndAtTheEnd) {
+    bool first = false;
+    bool second = false;
+    bool third = false;
+    {
+        Face owner;
+        owner.Init(watchedFace(first));
+        owner.Init(watchedFace(second));
+        EXPECT_TRUE(first);
+        EXPECT_TRUE(TextRender::Render::NewFace(kTestFont, owner));
+        EXPECT_TRUE(second);
+        owner.Init(watchedFace(third));
+        EXPECT_FALSE(TextRender::Render::NewFace("/no/such/font.ttf", owner));
+        EXPECT_FALSE(third);
+    }
+    EXPECT_TRUE(third);
 }
 
 TEST_F(FaceTest, InitWithTheFaceThatItHoldsKeepsItAndForgetsTheSize) {
-    FT_Library library = nullptr;
-    FT_Face loaded = nullptr;
-    ASSERT_EQ(0, FT_Init_FreeType(&library));
-    ASSERT_EQ(0, FT_New_Face(library, kTestFont, 0, &loaded));
-    face.Init(loaded);
+    bool released = false;
+    const FT_Face held = watchedFace(released);
+    face.Init(held);
     face.SetSize(14);
-    face.Init(loaded);
+    face.Init(held);
+    EXPECT_FALSE(released);
     EXPECT_EQ(-1, face.size());
     face.SetSize(14);
     EXPECT_GT(face.TextDimensions("A", true, 0).width, 0);
     face.Init(nullptr);
+    EXPECT_TRUE(released);
     EXPECT_FALSE(face.isLoaded());
-    FT_Done_FreeType(library);
 }
 
 TEST_F(FaceTest, ExtremeSizesAreRefusedOrTakenButNeverFatal) {

@@ -18,9 +18,13 @@ using TextRender::Face;
 using TextRender::Render::Init;
 using TextRender::Render::NewFace;
 
-TEST(RenderTest, InitSucceedsAgainAndAgain) {
+TEST(RenderTest, TheLibraryIsMadeOnceAndStays) {
     EXPECT_TRUE(Init());
+    FaultyLibraries faults;
+    faults->initFreeType = true;  // a second one could not be made
     EXPECT_TRUE(Init());
+    Face face;
+    EXPECT_TRUE(NewFace(kTestFont, face));
 }
 
 TEST(RenderTest, NewFaceLoadsAFontAndForgetsTheSize) {
