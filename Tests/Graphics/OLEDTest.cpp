@@ -26,6 +26,7 @@ TEST_F(OLEDTest, StartsClearWithNoFont) {
     EXPECT_EQ(VerticalAlignment::Top, oled.getBmp().getPlacement().vertical);
     EXPECT_EQ(HorizontalAlignment::Start, oled.getBmp().getPlacement().horizontal);
     EXPECT_FALSE(oled.getFont().isLoaded());
+    EXPECT_EQ(0, oled.getFont().TextDimensions("\x01\x02\x03\x04\x05\x06\x07\x08\x09", true, 0).width);
 }
 
 TEST_F(OLEDTest, TheBufferOf160By48PixelsIs15360Bytes) {

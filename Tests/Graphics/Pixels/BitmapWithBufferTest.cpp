@@ -1,11 +1,13 @@
 #include "Vl/Graphics/Pixels/BitmapWithBuffer.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <new>
+#include <vector>
 
 #include "Tests/Graphics/LibraryFaults.h"
 #include "Vl/Graphics/Pixels/RGB16Bitmap.h"
+#include "Vl/Graphics/Pixels/YUVBitmap.h"
 
 TEST(BitmapWithBufferTest, HoldsABufferOfItsSize) {
     const RGB16Bitmap bitmap(160, 48);
@@ -53,6 +55,16 @@ TEST(BitmapWithBufferTest, StaysAsItWasWhenMemoryIsShort) {
     EXPECT_EQ(3, bitmap.getWidth());
     EXPECT_EQ(2, bitmap.getHeight());
     EXPECT_EQ(0xffff, bitmap.getBuffer().pixels()[5]);
+}
+
+TEST(BitmapWithBufferTest, HoldsOverlayPixelsAsWell) {
+    YUVBitmap bitmap(3, 2);
+    EXPECT_EQ(6, bitmap.getBuffer().count());
+    bitmap.setPosition(1, 1);
+    bitmap.FillRect(5, 5, 0x80ffffff);
+    const uint32_t white = 4U << 28 | 940U << 18 | 256U << 9 | 256U;
+    EXPECT_THAT(std::vector<uint32_t>(bitmap.getBuffer().pixels(), bitmap.getBuffer().pixels() + 6),
+                testing::ElementsAre(0U, 0U, 0U, 0U, white, white));
 }
 
 TEST(BitmapWithBufferTest, IsUsedThroughItsBase) {
