@@ -91,7 +91,9 @@ TEST_F(OverlayCommandLineTest, WrongUsageIsSaidOnStandardErrorWithStatusTwo) {
         expectUsageError({"f", "--width", number}, "--width");
         expectUsageError({"f", "--cell", "32x32", "--columns", number}, "--columns");
     }
-    expectUsageError({"f", "--offset", "-1"}, "--offset");
+    for (const char* number : {"-1", "x", "1x", "1.5", "", "18446744073709551616", "99999999999999999999"}) {
+        expectUsageError({"f", "--offset", number}, "--offset");
+    }
     expectUsageError({"f", "--height", "3"}, "--width");
     expectUsageError({"f", "--cell", "32x32"}, "--columns");
     expectUsageError({"f", "--columns", "3"}, "--cell");

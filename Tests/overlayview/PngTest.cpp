@@ -20,6 +20,13 @@ TEST(OverlayPngTest, ReadsBackAsTheSamePixels) {
     EXPECT_EQ(picture.pixels, read.pixels);
 }
 
+TEST(OverlayPngTest, TheLongestSidesAreTaken) {
+    for (const overlayview::Size size : {overlayview::Size{1'000'000, 1}, overlayview::Size{1, 1'000'000}}) {
+        const Picture picture{size, std::vector<overlayview::Rgba>(1'000'000)};
+        EXPECT_FALSE(encodePng(picture).empty());
+    }
+}
+
 TEST(OverlayPngTest, APictureWithoutPixelsIsAnError) {
     EXPECT_THROW(encodePng(Picture{}), std::runtime_error);
 }

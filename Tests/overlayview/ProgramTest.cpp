@@ -1,6 +1,7 @@
 // The real program on real files.
 #include <gmock/gmock.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <nlohmann/json.hpp>
 
@@ -92,6 +93,14 @@ TEST_F(OverlayProgramTest, FilesThatCannotBeReadOrWrittenAreStatusThree) {
     const ProgramRun full = runOn(whiteHundred(), {"--width", "10", "-o", "/dev/full"});
     EXPECT_EQ(3, full.status);
     EXPECT_EQ("overlayview: /dev/full: No space left on device\n", full.err);
+}
+
+TEST_F(OverlayProgramTest, AStandardOutputThatTakesNothingIsStatusThree) {
+    writeFile(path, whiteHundred());
+    const std::string command = OVERLAYVIEW " --width 10 " + path;
+    const auto statusOf = [](const std::string& line) { return WEXITSTATUS(std::system(line.c_str())); };
+    EXPECT_EQ(3, statusOf(command + " >/dev/full 2>/dev/null"));
+    EXPECT_EQ(3, statusOf(command + " -o - >/dev/full 2>/dev/null"));
 }
 
 /// A damaged file, and what is said of it.

@@ -10,6 +10,7 @@ namespace {
 using overlays::bytes;
 using overlays::container;
 using overlays::File;
+using overlays::operator+;
 using overlays::run;
 using overlays::whiteHundred;
 using overlays::words;
@@ -138,6 +139,20 @@ TEST(ViewTest, RunsThatClaimTooMuchAreNotDrawn) {
                 ElementsAre(HasSubstr("too large")));
 }
 
+TEST(ViewTest, AColumnOfAMillionPixelsIsDrawnAndALongerOneIsNot) {
+    File body;
+    for (int i = 0; i < 61; ++i) {
+        overlays::append(body, run(16383, 29, 16, 16, 4));
+    }
+    const File fits = container(0, body + words({run(637, 29, 16, 16, 4), 0}));
+    EXPECT_EQ((Size{1, 1'000'000}), look(fits, drawnWide(1)).description.size);
+    EXPECT_TRUE(look(fits, drawnWide(1)).picture);
+    const File longer = container(0, body + words({run(638, 29, 16, 16, 4), 0}));
+    EXPECT_FALSE(look(longer, drawnWide(1)).picture);
+    EXPECT_THAT(look(longer, drawnWide(1)).description.findings.lacking,
+                ElementsAre("a picture of 1x1000001 is too large: another --width"));
+}
+
 TEST(ViewTest, NoPixelsMakeNoPicture) {
     const File empty = container(0, words({0}));
     EXPECT_EQ(Kind::Runs, look(empty, drawn()).description.kind);
@@ -226,6 +241,9 @@ TEST(ViewTest, CellsThatLosePixelsAreNoted) {
 TEST(ViewTest, ASheetThatIsTooLargeIsNotDrawn) {
     Request request = drawn();
     request.sheet = overlayview::SheetLayout{{4096, 4096}, 65535};
+    EXPECT_THAT(look(container(0, File(128)), request).description.findings.lacking,
+                ElementsAre(HasSubstr("too large")));
+    request.sheet = overlayview::SheetLayout{{32, 1}, 65535};  // 2,097,120 pixels side by side
     EXPECT_THAT(look(container(0, File(128)), request).description.findings.lacking,
                 ElementsAre(HasSubstr("too large")));
     request.sheet = overlayview::SheetLayout{{32, 1}, 1};

@@ -50,9 +50,10 @@ std::string isCell(const std::string& text) {
 }
 
 std::string isCount(const std::string& text) {
-    return !text.empty() && std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; })
-               ? ""
-               : "not a number: " + text;
+    std::size_t count = 0;
+    const char* last = text.data() + text.size();
+    const auto [end, error] = std::from_chars(text.data(), last, count);
+    return error == std::errc{} && end == last ? "" : "not a number, or too large: " + text;
 }
 
 /// CLI11 puts the positional first otherwise.

@@ -50,7 +50,7 @@ void writeFile(const std::string& path, Bytes bytes) {
     // No bytes are no array for fwrite(). What is lost while closing must be known, hence the flush.
     const std::size_t written = bytes.empty() ? 0 : std::fwrite(bytes.data(), 1, bytes.size(), file);
     if (written != bytes.size() || std::fflush(file) != 0) {
-        throw failure(errno, path);
+        throw failure(errno, opened ? path : "standard output");
     }
 }
 

@@ -23,7 +23,7 @@ std::optional<Size> sizeOf(std::uint32_t width, std::uint64_t height, Findings& 
         findings.lacking.emplace_back("there are no pixels to draw");
         return std::nullopt;
     }
-    if (height > kMostPixels / width) {
+    if (height > kMostPixels / width || height > kLongestSide) {
         findings.lacking.push_back("a picture of " + text(width, height) + " is too large: another --width");
         return std::nullopt;
     }

@@ -61,7 +61,7 @@ void viewSheet(const Container& container, const GlyphFormat& format, const Requ
             "files of this kind do not keep all pixels of such cells; multiples of 32 are whole");
     }
     const GlyphSheet sheet(format, container.file, container.bodyOffset, layout);
-    if (sheet.pixels() > kMostPixels) {
+    if (sheet.pixels() > kMostPixels || !isDrawable(sheet.size())) {
         findings.lacking.push_back("a sheet of " + std::to_string(sheet.pixels()) +
                                    " pixels is too large: another --cell or --columns");
         return;
