@@ -10,6 +10,7 @@
 
 using testing::Each;
 using testing::ElementsAreArray;
+using testing::HasSubstr;
 
 namespace {
 
@@ -80,7 +81,9 @@ TEST_F(JpegReaderTest, AProgressiveFileIsTheSamePicture) {
 
 TEST_F(JpegReaderTest, AFileOfMoreScansThanAnyoneNeedsIsRefused) {
     writeJpegFile(path, {.width = 17, .height = 9, .scanPerCoefficient = true, .samples = slopes(17, 9)});
+    testing::internal::CaptureStderr();
     EXPECT_EQ(JpegReader::LibraryError, readAll());
+    EXPECT_EQ("too many scans\n", testing::internal::GetCapturedStderr());
 }
 
 TEST_F(JpegReaderTest, AFileThatEndsEarlyIsReadWithAWarning) {
@@ -131,26 +134,27 @@ TEST_F(JpegReaderTest, EveryFlippedByteIsRefusedOrRead) {
     testing::internal::GetCapturedStderr();
 }
 
-TEST_F(JpegReaderTest, ASizeOfZeroOrBeyondTheLimitsIsRefused) {
+TEST_F(JpegReaderTest, ASizeOfZeroOrBeyondTheLimitsIsRefusedAndSaid) {
     struct Case {
         uint16_t width;
         uint16_t height;
         JpegReader::Result result;
+        const char* said;
     };
     const Case cases[] = {
-        {0, 8, JpegReader::LibraryError},
-        {8, 0, JpegReader::LibraryError},
-        {65501, 1, JpegReader::LibraryError},
-        {1, 65501, JpegReader::LibraryError},
-        {8193, 8192, JpegReader::LibraryError},
-        {65500, 65500, JpegReader::LibraryError},
-        {65500, 1, JpegReader::Ok},
-        {1, 65500, JpegReader::Ok},
+        {0, 8, JpegReader::LibraryError, "Empty JPEG image"},
+        {8, 0, JpegReader::LibraryError, "Empty JPEG image"},
+        {65501, 1, JpegReader::LibraryError, "Maximum supported image dimension is 65500 pixels"},
+        {1, 65501, JpegReader::LibraryError, "Maximum supported image dimension is 65500 pixels"},
+        {8193, 8192, JpegReader::LibraryError, "too many pixels\n"},
+        {65500, 65500, JpegReader::LibraryError, "too many pixels\n"},
+        {65500, 1, JpegReader::Ok, ""},
+        {1, 65500, JpegReader::Ok, ""},
     };
-    testing::internal::CaptureStderr();
-    for (const auto& [width, height, result] : cases) {
+    for (const auto& [width, height, result, said] : cases) {
         writeBytes(path, jpegWithClaimedSize(path, width, height));
+        testing::internal::CaptureStderr();
         EXPECT_EQ(result, readAll()) << width << " x " << height;
+        EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr(said)) << width << " x " << height;
     }
-    testing::internal::GetCapturedStderr();
 }

@@ -70,6 +70,7 @@ struct JpegReader::Decompressor {
 
     static void limitScans(j_common_ptr library) {
         if (of(library).library.input_scan_number > kMostScans) {
+            std::fputs("too many scans\n", stderr);
             std::longjmp(of(library).failure, 1);
         }
     }
@@ -102,10 +103,11 @@ JpegReader::Result JpegReader::open(const char* path) {
         std::fputs("invalid color space\n", stderr);
         return NotRgb;
     }
-    if (int64_t{width()} * height() > kMostPixels || !jpeg_->start()) {
+    if (int64_t{width()} * height() > kMostPixels) {
+        std::fputs("too many pixels\n", stderr);
         return LibraryError;
     }
-    return Ok;
+    return jpeg_->start() ? Ok : LibraryError;
 }
 
 JpegReader::Result JpegReader::readRow(uint8_t* samples) {

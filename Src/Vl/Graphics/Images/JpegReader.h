@@ -11,18 +11,18 @@ public:
     /// Why a file was refused; the values are the result codes of Bitmap::loadjpeg.
     enum Result : int {
         Ok = 0,
-        CannotOpen = -1,          ///< "can't open %s\n"
-        LibraryError = -2,        ///< libjpeg gave up
-        NotRgb = -3,              ///< "invalid color space\n"
+        CannotOpen = -1,    ///< "can't open %s\n"
+        LibraryError = -2,  ///< libjpeg gave up, or a limit below was passed
+        NotRgb = -3,        ///< "invalid color space\n"; libjpeg makes RGB of three components by itself
         NotThreeComponents = -4,  ///< "invalid number of components\n"
     };
 
     /// The most pixels that are read, so that no file can take all memory: libjpeg holds a progressive image
-    /// whole, at six bytes a pixel. A side may have 65,500 pixels, libjpeg's own limit. Anything larger is a
-    /// LibraryError.
+    /// whole, at six bytes a pixel. More are a LibraryError, "too many pixels\n". A side may have 65,500
+    /// pixels, libjpeg's own limit.
     static constexpr int64_t kMostPixels = int64_t{8192} * 8192;
     /// The most scans of a progressive file; each costs a pass over the whole image, however little of the
-    /// file it takes. More are a LibraryError. Usual are ten.
+    /// file it takes. More are a LibraryError, "too many scans\n". Usual are ten.
     static constexpr int kMostScans = 100;
 
     /// Bytes per pixel: red, green, blue and 255, which is as quickly decoded and more quickly drawn than
