@@ -61,7 +61,8 @@ Result finishAtEnd(FILE* file, unsigned long id) {
     if (fseeko(file, 0, SEEK_END) != 0) {
         return SeekFailed;
     }
-    return finish(file, id, std::max<int64_t>(ftello(file) - kBodyOffset, 0));
+    const int64_t end = ftello(file);
+    return end >= 0 ? finish(file, id, std::max<int64_t>(end - kBodyOffset, 0)) : SeekFailed;
 }
 
 }  // namespace Overlay

@@ -13,7 +13,8 @@
 /// zero bytes to a multiple of 128 bytes.
 ///
 /// All writers take a file that is open for writing at any place (not for appending) and belongs to the
-/// caller, who closes it; its position afterwards is anywhere. They block while they write, and hand
+/// caller, who closes it; its position afterwards is anywhere. What the file holds behind the end of what is
+/// written stays: a file that is written anew has to be emptied first. They block while they write, and hand
 /// everything to the system before they return. They return 0, or what went wrong first: −1 a seek failed (a
 /// pipe, an offset below 0); −2 bytes could not be written (a full disk, a file open for reading only); −3
 /// the file is null; −4 a character's place does not fit an offset, or the body a header. errno tells more
