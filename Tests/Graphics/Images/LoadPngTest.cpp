@@ -236,6 +236,16 @@ TEST_F(LoadPngTest, ACutImageIsMinusSixAndDrawsAndMovesNothing) {
     EXPECT_THAT(art(), testing::Not(testing::HasSubstr("#")));
 }
 
+TEST_F(LoadPngTest, AnImageWithABrokenChecksumIsMinusSix) {
+    writeWhite(2, 2);
+    std::string bytes = readBytes(path);
+    const size_t checksum = bytes.find("IEND") - 8;
+    bytes[checksum] = static_cast<char>(~bytes[checksum]);
+    writeBytes(path, bytes);
+    EXPECT_EQ(-6, load());
+    EXPECT_THAT(art(), testing::Not(testing::HasSubstr("#")));
+}
+
 TEST_F(LoadPngTest, APaletteImageIsMinusSevenAtAnyDepth) {
     writePngFile(path, {.colourType = PngFile::Palette, .bitDepth = 8, .samples = {1}});
     EXPECT_EQ(-7, load());

@@ -126,6 +126,11 @@ TEST_F(WritePngDeathTest, ARowThatADiskDoesNotTakeIsTwoWithTheNumberOfRowsLeft) 
                 "wpng:  libpng problem \\(longjmp\\) while writing row [0-9]+\n$");
 }
 
+TEST_F(WritePngDeathTest, TheRowThatFailsCountsAsNotYetWritten) {
+    EXPECT_EXIT(write_png(samples.data(), kWidth * kHeight, 1, "/dev/full"), ExitedWithCode(2),
+                "while writing row 1\n$");
+}
+
 TEST_F(WritePngDeathTest, AnEndThatADiskDoesNotTakeIsTwo) {
     EXPECT_EXIT(write_png(samples.data(), 1, 1, "/dev/full"), ExitedWithCode(2),
                 "^writepng libpng error: Write Error\nwpng:  error on final libpng call\n$");
