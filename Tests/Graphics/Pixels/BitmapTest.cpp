@@ -86,6 +86,16 @@ TEST_F(BitmapTest, FillRectOverTheWholeBitmapAndBeyondCoversIt) {
               "########\n");
 }
 
+TEST_F(BitmapTest, FillRectThatHangsOverOnBothSidesIsOneRowWide) {
+    bitmap.setPosition(-5, 1);
+    bitmap.FillRect(100, 1, kWhite);
+    EXPECT_EQ(art(),
+              "........\n"
+              "########\n"
+              "........\n"
+              "........\n");
+}
+
 TEST_F(BitmapTest, FillRectJudgesTheFarEdgeFromTheUncutPositionOnPurpose) {
     bitmap.setPosition(-2, 0);
     bitmap.FillRect(11, 1, kWhite);  // nine columns are left of it, one more than a row has

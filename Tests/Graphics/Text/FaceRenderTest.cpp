@@ -168,11 +168,19 @@ TEST_F(FaceRenderTest, FullCoverageOfAnOpaqueColourIsOpaque) {
 
 TEST_F(FaceRenderTest, AnIconIsCentredOnTheMiddleOfTheCapitals) {
     face.SetIcon(3, writeIcon(6, 4).c_str());
-    bitmap.setPosition(10, 10);
-    render("\x03\x03");
-    expected.fill(10, 10 + plain.capHeight() - plain.capHeight() / 2 - 2, 12, 4, 0x80ffffff);
-    expectSame(expected, bitmap.getBuffer());
-    expectAt(10, 10);
+    int odd = 0;
+    for (int points = 8; points <= 20; ++points) {
+        setPoints(points);
+        odd += plain.capHeight() % 2;
+        bitmap.resize(160, 48);
+        bitmap.setPosition(10, 10);
+        render("\x03\x03");
+        PlainFrame frame(160, 48);
+        frame.fill(10, 10 + plain.capHeight() - plain.capHeight() / 2 - 2, 12, 4, 0x80ffffff);
+        expectSame(frame, bitmap.getBuffer());
+        expectAt(10, 10);
+    }
+    EXPECT_GT(odd, 0);
 }
 
 TEST_F(FaceRenderTest, TextGoesOnAfterAnIcon) {
@@ -410,6 +418,16 @@ TEST_F(FaceRenderTest, FittedTextIsCentredInTheBoxAsTheFlagsSay) {
         expectSame(frame, bitmap.getBuffer());
         expectAt(x, y);
     }
+}
+
+TEST_F(FaceRenderTest, FittedTextInOneLineDoesNotWrapEvenWhereAnIconPushesItOutOfTheBox) {
+    face.SetIcon(1, writeIcon(100, 1).c_str());
+    bitmap.setPosition(0, 5);
+    face.RenderFit("\x01W", bitmap, {30, 20, 0}, kWhite, false);
+    plain.setPoints(face.size());
+    expected.fill(0, 5 + plain.capHeight() - plain.capHeight() / 2, 100, 1, 0x80ffffff);
+    plain.draw(expected, "W", 100, 5, 0x80ffffff, INT_MAX, 0);
+    expectSame(expected, bitmap.getBuffer());
 }
 
 TEST_F(FaceRenderTest, FittedTextInSeveralLinesWrapsAtTheBoxesEdge) {
