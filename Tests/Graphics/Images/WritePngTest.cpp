@@ -159,6 +159,20 @@ TEST_F(WritePngDeathTest, AnInterlacedImageThatADiskDoesNotTakeIsTwo) {
     std::fclose(output.file);
 }
 
+TEST_F(WritePngDeathTest, NoMemoryForTheRowsOfAnInterlacedImageIsFour) {
+    PngOutput output;
+    output.file = std::fopen(path.c_str(), "wb");
+    output.width = kWidth;
+    output.height = kHeight;
+    output.interlaced = true;
+    const auto writeWithoutMemory = [&] {
+        libraryFaults.arraysLeft = 0;
+        write_png(samples.data(), output);
+    };
+    EXPECT_EXIT(writeWithoutMemory(), ExitedWithCode(4), "^wpng:  insufficient memory for image data\n$");
+    std::fclose(output.file);
+}
+
 TEST_F(WritePngDeathTest, AnErrorWithNowhereToGoIsNinetyNine) {
     FaultyLibraries faults;
     faults->noWriteContext = true;

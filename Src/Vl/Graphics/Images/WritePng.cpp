@@ -4,7 +4,6 @@
 #include <cstdlib>
 #include <memory>
 #include <new>
-#include <vector>
 
 #include "Vl/Graphics/Images/WritePngSteps.h"
 
@@ -52,11 +51,11 @@ void writeRows(const uint8_t* pixels, PngOutput& output) {
 }
 
 void writeImage(const uint8_t* pixels, PngOutput& output) try {
-    std::vector<const uint8_t*> rows(static_cast<size_t>(output.height));
+    const auto rows = std::make_unique<const uint8_t*[]>(static_cast<size_t>(output.height));
     for (int64_t row = 0; row < output.height; ++row) {
         rows[static_cast<size_t>(row)] = pixels + row * kChannels * output.width;
     }
-    if (writepng_encode_image(output, rows.data()) != WritePngOk) {
+    if (writepng_encode_image(output, rows.get()) != WritePngOk) {
         end({WritePngLibraryError, "wpng:  libpng problem (longjmp) while writing image data\n"});
     }
 } catch (const std::bad_alloc&) {
