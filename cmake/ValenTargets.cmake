@@ -43,6 +43,11 @@ function(valen_test name)
     add_executable(${name} ${ARG_SOURCES})
     target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR})
     target_link_libraries(${name} PRIVATE ${ARG_LIBS})
+    if(VALEN_SANITIZE)
+        # Most of a test is GoogleTest's templates: with sanitizers they take twice as long to optimise as to
+        # compile. What is tested is built as ever.
+        target_compile_options(${name} PRIVATE -O0 -g1)
+    endif()
     gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 NO_PRETTY_VALUES
         PROPERTIES LABELS "${ARG_LABEL}" TIMEOUT ${ARG_TIMEOUT})
 endfunction()
