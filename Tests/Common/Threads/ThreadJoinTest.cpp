@@ -146,12 +146,15 @@ TEST_F(ThreadJoinTest, AHundredJoinOrExitsLeaveNoThread) {
     const auto tasks = [] {
         return std::distance(std::filesystem::directory_iterator("/proc/self/task"), {});
     };
+    // A sanitizer's own thread comes with the first one.
+    idle.start(false, 0);
+    idle.join(nullptr);
     const auto before = tasks();
     for (int start = 0; start < 100; ++start) {
         ASSERT_EQ(0, idle.start(false, 0));
         ASSERT_EQ(0, idle.joinOrExit(60'000));
     }
-    waitUntil([&] { return tasks() == before; });
+    waitUntil([&] { return tasks() <= before; });
 }
 
 /// Runs in a child process: a thread that does not quit when it is asked to.
