@@ -59,11 +59,17 @@ constexpr RegisterWrite kJumboFrames[] = {
 };
 
 constexpr RegisterWrite kNormalFrames[] = {
-    {FrameLength, 1600},    {TxInterPacketGap, 11}, {RxSectionEmpty, 1663},  // the FIFOs' thresholds, in
-                                                                             // words
-    {RxSectionFull, 0},                                                      // hand on whole frames only
-    {TxSectionEmpty, 2032}, {TxSectionFull, 0},     {RxAlmostEmpty, 8},     {RxAlmostFull, 8},
-    {TxAlmostEmpty, 8},     {TxAlmostFull, 8},
+    {FrameLength, 1600},
+    {TxInterPacketGap, 11},
+    {RxSectionEmpty, 1663},  // the FIFOs' thresholds, in
+                             // words
+    {RxSectionFull, 0},      // hand on whole frames only
+    {TxSectionEmpty, 2032},
+    {TxSectionFull, 0},
+    {RxAlmostEmpty, 8},
+    {RxAlmostFull, 8},
+    {TxAlmostEmpty, 8},
+    {TxAlmostFull, 8},
 };
 
 constexpr RegisterWrite kStart[] = {
