@@ -83,7 +83,7 @@ TEST_F(I2CRegisteredDeviceTest, TargetsOf128CharactersMayNotBeWholeAndAreRefused
     EXPECT_EQ(7, I2CRegisteredDevice::getBusOf("x"));
     link(ofLength("/3-0050", 127));
     EXPECT_STREQ("3-0050", I2CRegisteredDevice::getAddressOf("x").name);
-    for (const std::size_t length : {128, 129, 1000}) {
+    for (const std::size_t length : {128U, 129U, 1000U}) {
         link(ofLength("/3-0050", length));
         EXPECT_EQ(-1, I2CRegisteredDevice::getBusOf("x"));
         EXPECT_STREQ("", I2CRegisteredDevice::getAddressOf("x").name);

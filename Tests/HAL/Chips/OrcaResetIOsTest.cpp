@@ -76,7 +76,7 @@ TEST_F(OrcaResetIOsTest, AFailedReadEndsTheWaitOnPurpose) {
 }
 
 TEST_F(OrcaResetIOsTest, WithoutItsPinLowNothingIsWaitedFor) {
-    for (const std::size_t failing : {0, 1}) {
+    for (const std::size_t failing : {0U, 1U}) {
         chip.calls.clear();
         chip.failing = failing;
         EXPECT_FALSE(resets.resetFlipFlops());

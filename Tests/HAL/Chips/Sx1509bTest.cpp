@@ -90,7 +90,7 @@ TEST_F(Sx1509bTest, AFailedInitStillTellsItsBusAndSlave) {
 TEST_F(Sx1509bTest, OnlyASuccessfulInitFillsTheShadow) {
     Sx1509b expander = opened();
     chip.registers.fill(0x00);
-    for (const std::size_t failing : {0, 1, 2}) {
+    for (const std::size_t failing : {0U, 1U, 2U}) {
         chip.calls.clear();
         chip.failing = failing;
         expander.init(3, kSlave, false);
