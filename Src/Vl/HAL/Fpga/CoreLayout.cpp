@@ -34,38 +34,42 @@ public:
           begin_(text.substr(0, text.find('*'))),
           end_(hasStar_ ? text.substr(begin_.size() + 1) : std::string_view()) {}
 
-    bool matches(std::string_view name) const {
-        return hasStar_ ? name.size() >= begin_.size() + end_.size() && name.starts_with(begin_) &&
-                              name.ends_with(end_)
-                        : name == begin_;
-    }
+    bool matches(std::string_view name) const { return hasStar_ ? matchesAroundStar(name) : name == begin_; }
 
 private:
+    bool matchesAroundStar(std::string_view name) const;
+
     bool hasStar_;
     std::string_view begin_;
     std::string_view end_;
 };
+
+bool NamePattern::matchesAroundStar(std::string_view name) const {
+    return name.size() >= begin_.size() + end_.size() && name.starts_with(begin_) && name.ends_with(end_);
+}
 
 bool isWithin(int version, int minimum, int maximum) {
     return (minimum < 0 || version >= minimum) && (maximum < 0 || version <= maximum);
 }
 
 /// Moves `layout` to the version word of the first core whose name matches.
-/// @return the number of the core's words; nothing when the layout ends before it.
+/// @return false when the layout ends before it; else with the number of the core's words.
 template <typename Source>
-std::optional<std::uint16_t> findCore(Source& layout, const NamePattern& pattern) {
-    while (const auto name = layout.nextName()) {
-        const auto words = layout.template read<std::uint16_t>();
-        if (!words || pattern.matches(*name)) {
-            return words;
+bool findCore(Source& layout, const NamePattern& pattern, std::uint16_t& words) {
+    for (std::string_view name; layout.nextName(name);) {
+        if (!layout.read(words)) {
+            return false;
         }
-        if (!layout.skipWords(*words)) {
+        if (pattern.matches(name)) {
+            return true;
+        }
+        if (!layout.skipWords(words)) {
             // Twice the number of words, not the bytes to skip: meant.
-            VL_LOG(CPCardInterface, DEBUG, "GetPLDCoreInfo: short read skip info: %d", *words * 2);
-            return std::nullopt;
+            VL_LOG(CPCardInterface, DEBUG, "GetPLDCoreInfo: short read skip info: %d", words * 2);
+            return false;
         }
     }
-    return std::nullopt;
+    return false;
 }
 
 /// Reads words n to n+count-1 of a core whose version word has just been read.
@@ -75,11 +79,9 @@ bool readWords(Source& layout, unsigned int* out, int n, int count) {
         return false;
     }
     for (int i = 0; i < count; ++i) {
-        const auto word = layout.template read<std::uint32_t>();
-        if (!word) {
+        if (!layout.read(out[i])) {
             return false;
         }
-        out[i] = *word;
     }
     return true;
 }
@@ -87,24 +89,24 @@ bool readWords(Source& layout, unsigned int* out, int n, int count) {
 template <typename Source>
 int readCore(Source layout, const char* name, unsigned int* out, int n, int count, int minVersion,
              int maxVersion) {
-    const std::optional<std::uint16_t> words = findCore(layout, NamePattern(name));
-    if (!words) {
+    std::uint16_t words = 0;
+    if (!findCore(layout, NamePattern(name), words)) {
         return NotFound;
     }
-    const auto versionWord = layout.template read<std::uint32_t>();
-    if (!versionWord) {
+    std::uint32_t versionWord = 0;
+    if (!layout.read(versionWord)) {
         VL_LOG(CPCardInterface, DEBUG, "GetPLDCoreInfo: short read version");
         return NotFound;
     }
-    const int version = static_cast<int>(*versionWord);
+    const int version = static_cast<int>(versionWord);
     if (!isWithin(version, minVersion, maxVersion)) {
         VL_LOG(CPCardInterface, DEBUG, "GetPLDCoreInfo: version check failed: %X <= %X <= %X",
-               static_cast<unsigned int>(minVersion), *versionWord, static_cast<unsigned int>(maxVersion));
+               static_cast<unsigned int>(minVersion), versionWord, static_cast<unsigned int>(maxVersion));
         return WrongVersion;
     }
-    if (static_cast<long>(n) + count > *words) {
+    if (static_cast<long>(n) + count > words) {
         // The text says >= where the test says >: meant.
-        VL_LOG(CPCardInterface, DEBUG, "GetPLDCoreInfo: n+count > words (%d+%d >= %d)", n, count, *words);
+        VL_LOG(CPCardInterface, DEBUG, "GetPLDCoreInfo: n+count > words (%d+%d >= %d)", n, count, words);
         return BeyondRecord;
     }
     if (!readWords(layout, out, n, count)) {

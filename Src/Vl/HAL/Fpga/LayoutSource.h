@@ -1,32 +1,37 @@
 #pragma once
 
+#include <endian.h>
+
 #include <array>
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <optional>
+#include <cstring>
 #include <span>
 #include <string_view>
 
 /// What core layouts are read from: a stream, or bytes at hand. Both offer the same operations, of which each
 /// reads on from where the one before has ended:
-///   nextName()          the text up to a zero byte or the end, valid until called again; nothing at the end
-///   read<Unsigned>()    a big-endian number; nothing where the layout ends before it does
+///   nextName(name)      the text up to a zero byte or the end, valid until called again; false at the end
+///   read(number)        a big-endian number; false where the layout ends before it does
 ///   skipWords(words)    passes over words of 32 bits
 ///   move(words)         the same, or back; whether that could be done
 namespace Valen::HAL {
 
 inline constexpr long kLayoutWord = 4;
 
+/// The number of 16 or 32 bits at `bytes`, which need no alignment.
 template <std::unsigned_integral Unsigned>
-Unsigned fromBigEndian(std::span<const std::byte, sizeof(Unsigned)> bytes) {
-    std::uint32_t value = 0;
-    for (const std::byte byte : bytes) {
-        value = value << 8 | std::to_integer<std::uint32_t>(byte);
+Unsigned fromBigEndian(const void* bytes) {
+    Unsigned value;
+    std::memcpy(&value, bytes, sizeof value);
+    if constexpr (sizeof value == sizeof(std::uint16_t)) {
+        return be16toh(value);
+    } else {
+        return be32toh(value);
     }
-    return static_cast<Unsigned>(value);
 }
 
 /// A layout that stdio reads. Does not own the stream.
@@ -37,18 +42,22 @@ public:
     LayoutStream& operator=(const LayoutStream&) = delete;
     ~LayoutStream() { std::free(name_); }
 
-    std::optional<std::string_view> nextName() {
-        const ssize_t length = getdelim(&name_, &capacity_, '\0', layout_);
-        return length >= 0 ? std::optional<std::string_view>(name_) : std::nullopt;
+    bool nextName(std::string_view& name) {
+        if (getdelim(&name_, &capacity_, '\0', layout_) < 0) {
+            return false;
+        }
+        name = name_;
+        return true;
     }
 
     template <std::unsigned_integral Unsigned>
-    std::optional<Unsigned> read() {
+    bool read(Unsigned& number) {
         std::array<std::byte, sizeof(Unsigned)> bytes;
         if (std::fread(bytes.data(), bytes.size(), 1, layout_) != 1) {
-            return std::nullopt;
+            return false;
         }
-        return fromBigEndian<Unsigned>(bytes);
+        number = fromBigEndian<Unsigned>(bytes.data());
+        return true;
     }
 
     bool move(long words) { return seek(words * kLayoutWord); }
@@ -79,27 +88,27 @@ private:
 /// A layout in memory. As in a file, one may move behind its end.
 class LayoutMemory {
 public:
-    explicit LayoutMemory(std::span<const std::byte> layout) : layout_(layout) {}
+    explicit LayoutMemory(std::span<const std::byte> layout)
+        : layout_(reinterpret_cast<const char*>(layout.data()), layout.size()) {}
 
-    std::optional<std::string_view> nextName() {
-        const std::string_view rest(reinterpret_cast<const char*>(layout_.data()) + at(),
-                                    layout_.size() - at());
-        if (rest.empty()) {
-            return std::nullopt;
+    bool nextName(std::string_view& name) {
+        if (position_ >= layout_.size()) {
+            return false;
         }
-        const std::string_view name = rest.substr(0, rest.find('\0'));
+        const std::string_view rest = layout_.substr(position_);
+        name = rest.substr(0, rest.find('\0'));
         position_ += name.size() + 1;
-        return name;
+        return true;
     }
 
     template <std::unsigned_integral Unsigned>
-    std::optional<Unsigned> read() {
-        const std::span<const std::byte> rest = layout_.subspan(at());
-        if (rest.size() < sizeof(Unsigned)) {
-            return std::nullopt;
+    bool read(Unsigned& number) {
+        if (position_ + sizeof(Unsigned) > layout_.size()) {
+            return false;
         }
+        number = fromBigEndian<Unsigned>(layout_.data() + position_);
         position_ += sizeof(Unsigned);
-        return fromBigEndian<Unsigned>(rest.first<sizeof(Unsigned)>());
+        return true;
     }
 
     bool move(long words) {
@@ -114,9 +123,7 @@ public:
     bool skipWords(std::uint16_t words) { return move(words); }
 
 private:
-    std::size_t at() const { return position_ < layout_.size() ? position_ : layout_.size(); }
-
-    std::span<const std::byte> layout_;
+    std::string_view layout_;
     std::size_t position_ = 0;
 };
 
