@@ -20,7 +20,7 @@ constexpr mode_t kOwnerOnly = 0600;
 constexpr long kCrcSize = 2;
 
 bool seek(int descriptor, long offset) {
-    return lseek(descriptor, offset, SEEK_SET) == offset;
+    return lseek(descriptor, offset, SEEK_SET) >= 0;
 }
 
 /// Moves `size` bytes with `transfer(bytes, count)`, which is read(2) or write(2), through the CRC.
