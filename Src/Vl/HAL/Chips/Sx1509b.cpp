@@ -29,6 +29,9 @@ constexpr std::uint8_t withPins(std::uint8_t levels, unsigned int mask, unsigned
 
 }  // namespace
 
+constexpr Sx1509b::Bank Sx1509b::kA = {&Sx1509b::a_, &Sx1509b::pendingA_, RegDataA, RegDirA};
+constexpr Sx1509b::Bank Sx1509b::kB = {&Sx1509b::b_, &Sx1509b::pendingB_, RegDataB, RegDirB};
+
 Sx1509b::Sx1509b(int bus, int slave, bool flag) {
     init(bus, slave, flag);
 }
@@ -67,29 +70,27 @@ int Sx1509b::getInputB() {
 }
 
 bool Sx1509b::setValueA(std::uint8_t pin, std::uint8_t value, bool deferred) {
-    return setValue(a_, pendingA_, RegDataA, pin, value != 0, deferred);
+    return setValue(kA, pin, value, deferred);
 }
 
 bool Sx1509b::setValueB(std::uint8_t pin, std::uint8_t value, bool deferred) {
-    return setValue(b_, pendingB_, RegDataB, pin, value != 0, deferred);
+    return setValue(kB, pin, value, deferred);
 }
 
 bool Sx1509b::setAOutputs(std::uint8_t mask, std::uint8_t values) {
-    return setADirection(withPins(a_.dir, mask, 0), withPins(a_.data, mask, values));
+    return setOutputs(kA, mask, values);
 }
 
 bool Sx1509b::setBOutputs(std::uint8_t mask, std::uint8_t values) {
-    return setBDirection(withPins(b_.dir, mask, 0), withPins(b_.data, mask, values));
+    return setOutputs(kB, mask, values);
 }
 
 bool Sx1509b::setADirection(std::uint8_t direction, std::uint8_t data) {
-    a_ = {direction, data};
-    return writePort(a_, RegDataA, RegDirA);
+    return setDirection(kA, direction, data);
 }
 
 bool Sx1509b::setBDirection(std::uint8_t direction, std::uint8_t data) {
-    b_ = {direction, data};
-    return writePort(b_, RegDataB, RegDirB);
+    return setDirection(kB, direction, data);
 }
 
 bool Sx1509b::setInADisable(std::uint8_t value) {
@@ -164,23 +165,29 @@ bool Sx1509b::reinitRegisters() {
     return i2c_.write16(RegDirB, wordOf(b_.dir, a_.dir)) && writeData();
 }
 
-bool Sx1509b::setValue(Port& port, bool& pending, int dataRegister, unsigned int pin, bool high,
-                       bool deferred) {
+bool Sx1509b::setValue(const Bank& bank, std::uint8_t pin, std::uint8_t value, bool deferred) {
+    std::uint8_t& shadow = (this->*bank.shadow).data;
     const unsigned int bit = pin < kPins ? 1U << pin : 0;
-    const std::uint8_t data = withPins(port.data, bit, high ? bit : 0);
-    if (data == port.data) {
+    const std::uint8_t data = withPins(shadow, bit, value != 0 ? bit : 0);
+    if (data == shadow) {
         return true;
     }
-    port.data = data;
+    shadow = data;
     if (deferred) {
-        pending = true;
+        this->*bank.pending = true;
         return true;
     }
-    return i2c_.write(dataRegister, data);
+    return i2c_.write(bank.data, data);
 }
 
-bool Sx1509b::writePort(const Port& port, int dataRegister, int directionRegister) {
-    return i2c_.write(dataRegister, port.data) && i2c_.write(directionRegister, port.dir);
+bool Sx1509b::setOutputs(const Bank& bank, std::uint8_t mask, std::uint8_t values) {
+    const Port& shadow = this->*bank.shadow;
+    return setDirection(bank, withPins(shadow.dir, mask, 0), withPins(shadow.data, mask, values));
+}
+
+bool Sx1509b::setDirection(const Bank& bank, std::uint8_t direction, std::uint8_t data) {
+    this->*bank.shadow = {direction, data};
+    return i2c_.write(bank.data, data) && i2c_.write(bank.direction, direction);
 }
 
 bool Sx1509b::writeData() {

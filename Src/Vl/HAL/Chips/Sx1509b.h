@@ -92,8 +92,19 @@ private:
         std::uint8_t data = 0;
     };
 
-    bool setValue(Port& port, bool& pending, int dataRegister, unsigned int pin, bool high, bool deferred);
-    bool writePort(const Port& port, int dataRegister, int directionRegister);
+    /// What of this and of the chip belongs to one port.
+    struct Bank {
+        Port Sx1509b::*shadow;
+        bool Sx1509b::*pending;
+        Sx1509bRegisters::Register data;
+        Sx1509bRegisters::Register direction;
+    };
+    static const Bank kA;
+    static const Bank kB;
+
+    bool setValue(const Bank& bank, std::uint8_t pin, std::uint8_t value, bool deferred);
+    bool setOutputs(const Bank& bank, std::uint8_t mask, std::uint8_t values);
+    bool setDirection(const Bank& bank, std::uint8_t direction, std::uint8_t data);
     bool writeData();
 
     Port a_;
