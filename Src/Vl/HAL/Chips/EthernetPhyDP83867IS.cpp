@@ -26,6 +26,8 @@ constexpr int kNoExtended = 0;
 constexpr int kSgmii10MConfig = 0x016F;  // an extended register
 constexpr int kRateAdaptation = 1 << 7;
 
+constexpr int kNegotiateAnew = kBmcrAutoNegotiation | kBmcrRestartNegotiation;
+
 constexpr int kSpeedShift = 14;  // of Physts
 
 /// What is offered, by the SPEED.
@@ -90,7 +92,7 @@ bool EthernetPhyDP83867IS::setSpeed(SPEED speed) {
         return false;
     }
     const int after = getReg(Bmcr);
-    return after != MDIO::kFailed && setReg(Bmcr, after | kBmcrAutoNegotiation | kBmcrRestartNegotiation);
+    return after != MDIO::kFailed && setReg(Bmcr, after | kNegotiateAnew);
 }
 
 bool EthernetPhyDP83867IS::setLeds(LEDState::LEDState_T a, LEDState::LEDState_T b) {
