@@ -138,6 +138,36 @@ TEST_F(GPIOBaseTest, ALongerLabelThatBeginsSoMatchesOnPurpose) {
     EXPECT_EQ(448, GPIO::getBase("oled_pio"));
 }
 
+TEST_F(GPIOBaseTest, AmongSeveralThatMatchTheFirstListedCounts) {
+    addController("gpiochip100", "oled_pio\n", "100\n");
+    addController("gpiochip200", "oled_pio2\n", "200\n");
+    addController("gpiochip300", "oled_pio3\n", "300\n");
+    const auto first = std::filesystem::directory_iterator("/sys/class/gpio")->path().filename().native();
+    EXPECT_EQ(std::stoi(first.substr(8)), GPIO::getBase("oled_pio"));
+}
+
+TEST_F(GPIOBaseTest, ALabelThatBeginsTheWantedOneDoesNotMatch) {
+    addController("gpiochip448", "oled\n", "448\n");
+    EXPECT_EQ(-1, GPIO::getBase("oled_pio"));
+}
+
+TEST_F(GPIOBaseTest, OnlyThirtyOneBytesOfABaseAreRead) {
+    addController("gpiochip448", "oled_pio\n", std::string(29, '0') + "448\n");
+    EXPECT_EQ(44, GPIO::getBase("oled_pio"));
+}
+
+TEST_F(GPIOBaseTest, ABaseTooLargeForALineNumberDoesNotMatch) {
+    addController("gpiochip448", "oled_pio\n", "4294967296\n");
+    EXPECT_EQ(-1, GPIO::getBase("oled_pio"));
+}
+
+TEST_F(GPIOBaseTest, NoDescriptorIsLeft) {
+    addController("gpiochip448", "oled_pio\n", "448\n");
+    GPIO::getBase("oled_pio");
+    EXPECT_EQ(0, descriptorsOn("/sys/class/gpio/gpiochip448/label"));
+    EXPECT_EQ(0, descriptorsOn("/sys/class/gpio/gpiochip448/base"));
+}
+
 TEST_F(GPIOBaseTest, OtherEntriesAreNotLookedAt) {
     addController("gpio448", "oled_pio\n", "448\n");
     EXPECT_EQ(-1, GPIO::getBase("oled_pio"));

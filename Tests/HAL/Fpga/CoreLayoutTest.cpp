@@ -6,6 +6,7 @@
 #include <climits>
 #include <cstdio>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -229,6 +230,63 @@ TEST_F(CoreLayoutTest, WithoutALogTheResultsAreTheSame) {
     unsigned int word = 0;
     EXPECT_EQ(-4, readVersioned(1, 2, 2));
     EXPECT_EQ(-8, getPldCoreInfo("fpga", "x", &word, 1, -1, -1));
+}
+
+TEST_F(CoreLayoutTest, ALayoutInMemoryAnswersAsItsFileDoes) {
+    const std::string bytes = core("none", {}) + twoCores + coreClaiming(0xFFFF, "last", {1, 64});
+    const struct {
+        const char* name;
+        int n;
+        int count;
+        int minimum;
+        int maximum;
+    } rows[] = {
+        {"second", 1, 3, -1, -1}, {"second", 0, 4, -1, -1},   {"second", 1, 4, -1, -1},
+        {"first", 1, 1, 0, 2},    {"sec*d", -4, 1, -1, -1},   {"first", -1000, 1, -1, -1},
+        {"third", 1, 1, -1, -1},  {"last", 1, 2, -1, -1},     {"last", 0xFFF0, 15, -1, -1},
+        {"none", 0, 0, -1, -1},   {"*", 1, 0x7FFFFFFF, 0, 0}, {"second", 2147483647, 2147483647, 0, 9},
+    };
+    for (std::size_t size = 0; size <= bytes.size(); ++size) {
+        const std::string cut = bytes.substr(0, size);
+        const Stream stream = file(cut);
+        for (const auto& row : rows) {
+            SCOPED_TRACE(testing::Message() << row.name << ' ' << row.n << " of " << size << " bytes");
+            std::array<unsigned int, 16> fromFile{};
+            std::array<unsigned int, 16> fromMemory{};
+            std::rewind(stream.get());
+            const int result = getPldCoreInfo(stream.get(), row.name, fromFile.data(), row.n, row.count,
+                                              row.minimum, row.maximum);
+            const auto logged = syslog.lines();
+            EXPECT_EQ(result, getPldCoreInfo(std::as_bytes(std::span(cut)), row.name, fromMemory.data(),
+                                             row.n, row.count, row.minimum, row.maximum));
+            EXPECT_EQ(fromFile, fromMemory);
+            EXPECT_EQ(logged, syslog.lines());
+        }
+    }
+}
+
+TEST_F(CoreLayoutTest, LayoutsOfAnyLengthAreReadWhole) {
+    const auto layoutOf = [](std::size_t size) {
+        // A record of 4 + 4 bytes goes before the end.
+        return std::string(size - 12, 'x') + std::string("\0\0\0", 3) + core("y", {9}).substr(0, 8);
+    };
+    for (const auto size : std::to_array<std::size_t>({100, 8191, 8192, 8193, 16384, 100000})) {
+        SCOPED_TRACE(size);
+        writeLayout("fpga", layoutOf(size));
+        const auto bytes = Valen::HAL::readLayout("fpga");
+        ASSERT_TRUE(bytes);
+        EXPECT_EQ(layoutOf(size).size(), bytes->size());
+        unsigned int word = 0;
+        EXPECT_EQ(1, getPldCoreInfo("fpga", "y", &word, 0, -1, -1));
+        EXPECT_EQ(9U, word);
+    }
+}
+
+TEST_F(CoreLayoutTest, ALayoutThatCannotBeReadHoldsNoCore) {
+    support::PrivateWorld::makeDirectory("/sys/bus/avalon/devices/fpga/layout");
+    unsigned int word = 0;
+    EXPECT_EQ(-5, getPldCoreInfo("fpga", "x", &word, 1, -1, -1));
+    EXPECT_THAT(syslog.lines(), IsEmpty());
 }
 
 TEST_F(CoreLayoutTest, EveryDeviceHasALayoutOfItsOwn) {

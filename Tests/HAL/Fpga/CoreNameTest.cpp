@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <memory>
 #include <ostream>
+#include <span>
 #include <string>
 
 #include "Tests/HAL/LayoutBytes.h"
@@ -30,6 +31,8 @@ TEST_P(CoreNameTest, IsFoundByItsPattern) {
     const int result = Valen::HAL::getPldCoreInfo(stream.get(), GetParam().pattern, &version, 0, 1, -1, -1);
     EXPECT_EQ(GetParam().match ? 1 : -5, result);
     EXPECT_EQ(GetParam().match ? 7U : 0U, version);
+    EXPECT_EQ(result, Valen::HAL::getPldCoreInfo(std::as_bytes(std::span(layout)), GetParam().pattern,
+                                                 &version, 0, 1, -1, -1));
 }
 
 INSTANTIATE_TEST_SUITE_P(WithoutAStarTheNameMustBeEqual, CoreNameTest,

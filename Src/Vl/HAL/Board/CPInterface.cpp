@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdio>
 #include <cstring>
 #include <limits>
 
@@ -107,16 +106,15 @@ std::pair<volatile std::uint32_t*, unsigned int> CPInterface::getCoreRegs(const 
     if (i == std::numeric_limits<int>::max()) {
         return {};  // no core has that many words, and there is no next number to ask for
     }
-    const HAL::LayoutFile layout = HAL::openLayout(HAL::FPGAInterface::device);
+    const auto layout = HAL::readLayout(HAL::FPGAInterface::device);
     const auto read = [&](int n, unsigned int& word) {
-        return HAL::getPldCoreInfo(layout.get(), name, &word, n, 1, kAnyVersion, kAnyVersion) == 1;
+        return HAL::getPldCoreInfo(*layout, name, &word, n, 1, kAnyVersion, kAnyVersion) == 1;
     };
     unsigned int address = 0;
     if (!layout || !read(i + 1, address)) {
         return {};
     }
     const auto registers = fpga_.words(address & HAL::kCoreAddressMask);
-    std::rewind(layout.get());
     unsigned int version = 0;
     if (registers.empty() || !read(kVersionWord, version)) {
         return {};

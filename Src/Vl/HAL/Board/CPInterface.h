@@ -12,6 +12,10 @@ namespace Valen {
 
 class OledPanelInterface;
 
+namespace HAL {
+class GenericEthernetPhy;
+}
+
 /// The board's root object on the control processor: the main FPGA's register space, the GPIO device, and
 /// what the board variants build on them. Built by a variant, one per process, and then reachable from
 /// anywhere through getInstance().
@@ -21,6 +25,13 @@ class OledPanelInterface;
 /// register space; their low two bits are ignored.
 class CPInterface : public TimestampInterface {
 public:
+    /// The speed of the user port's MAC, in Mbit/s; any other value stands for 100, too.
+    enum class EthSpeed : int {
+        Mbit10 = 1,
+        Mbit100 = 2,
+        Mbit1000 = 3,
+    };
+
     CPInterface(const CPInterface&) = delete;
     CPInterface& operator=(const CPInterface&) = delete;
     ~CPInterface() override;
@@ -54,6 +65,18 @@ public:
     /// @return the span's first register and the core's version; both zero when the core is not found or its
     ///         registers do not exist. The pointer is valid until the process ends.
     std::pair<volatile std::uint32_t*, unsigned int> getCoreRegs(const char* name, int i);
+
+    /// Brings up the port for the user's own Ethernet: takes it out of reset, waits 100 ms, then sets up the
+    /// PHY and after it the MAC. Blocks; both log and fail as HAL::GenericEthernetPhy and HAL::tseMacReset
+    /// do.
+    /// @param ctrl  offset of the port's reset register.
+    /// @param base  offset of the MAC core's registers.
+    /// @param jumbo, extra as for HAL::tseMacConfigure.
+    /// @return false when the PHY (or a missing one) or the MAC fails; what comes after is left undone.
+    bool initUserEth(unsigned long ctrl, unsigned long base, bool jumbo,
+                     std::shared_ptr<HAL::GenericEthernetPhy>& phy, bool extra);
+    /// Does nothing: this board's MAC keeps its speed.
+    void setUserEthMACSpeed(unsigned long base, EthSpeed speed);
 
 protected:
     CPInterface();

@@ -2,14 +2,16 @@
 
 #include <fcntl.h>
 #include <sys/ioctl.h>
-#include <unistd.h>
 
 #include <charconv>
 #include <filesystem>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <system_error>
+
+#include "Vl/Common/Files/ExactIO.h"
 
 namespace Valen::HAL {
 namespace {
@@ -36,11 +38,11 @@ constexpr unsigned long pinBits(int pin) {
     return static_cast<unsigned long>(pin) & 0xFFFF;
 }
 
-/// What one read of at most `size` bytes from the file's start gives; nothing when it cannot be read.
+/// At most `size` bytes from the file's start; nothing when it cannot be read.
 std::string readStart(const fs::path& path, std::size_t size) {
     const Descriptor file = Descriptor::open(path.c_str(), O_RDONLY);
     std::string bytes(size, '\0');
-    const ssize_t count = ::read(file.get(), bytes.data(), bytes.size());
+    const ssize_t count = readExact(file.get(), std::as_writable_bytes(std::span(bytes)));
     bytes.resize(count < 0 ? 0 : static_cast<std::size_t>(count));
     return bytes;
 }

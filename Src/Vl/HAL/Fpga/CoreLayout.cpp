@@ -1,14 +1,16 @@
 #include "Vl/HAL/Fpga/CoreLayout.h"
 
-#include <array>
-#include <cstddef>
+#include <fcntl.h>
+
 #include <cstdint>
-#include <cstdlib>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "Vl/Common/Files/Descriptor.h"
+#include "Vl/Common/Files/ExactIO.h"
 #include "Vl/Common/Log/LogInterface.h"
+#include "Vl/HAL/Fpga/LayoutSource.h"
 
 namespace Valen::HAL {
 namespace {
@@ -21,62 +23,29 @@ enum Result : int {
     NoLayout = -8,
 };
 
-constexpr long kWordSize = 4;
+/// More than the layouts of today's boards need; one that is longer takes more reads.
+constexpr std::size_t kUsualSize = 8192;
 
-/// The name buffer of getdelim, which grows it as names need.
-class NameBuffer {
+/// A wanted name, taken apart at its first '*', the only one that counts.
+class NamePattern {
 public:
-    NameBuffer() = default;
-    NameBuffer(const NameBuffer&) = delete;
-    NameBuffer& operator=(const NameBuffer&) = delete;
-    ~NameBuffer() { std::free(characters_); }
+    explicit NamePattern(std::string_view text)
+        : hasStar_(text.find('*') != std::string_view::npos),
+          begin_(text.substr(0, text.find('*'))),
+          end_(hasStar_ ? text.substr(begin_.size() + 1) : std::string_view()) {}
 
-    bool readFrom(FILE* layout) { return getdelim(&characters_, &capacity_, '\0', layout) >= 0; }
-    const char* get() const { return characters_; }
+    bool matches(std::string_view name) const { return hasStar_ ? matchesAroundStar(name) : name == begin_; }
 
 private:
-    std::size_t capacity_ = 64;
-    char* characters_ = static_cast<char*>(std::malloc(capacity_));
+    bool matchesAroundStar(std::string_view name) const;
+
+    bool hasStar_;
+    std::string_view begin_;
+    std::string_view end_;
 };
 
-template <typename Unsigned>
-std::optional<Unsigned> readBigEndian(FILE* layout) {
-    std::array<unsigned char, sizeof(Unsigned)> bytes;
-    if (std::fread(bytes.data(), bytes.size(), 1, layout) != 1) {
-        return std::nullopt;
-    }
-    std::uint32_t value = 0;
-    for (const unsigned char byte : bytes) {
-        value = value << 8 | byte;
-    }
-    return static_cast<Unsigned>(value);
-}
-
-bool seek(FILE* layout, long bytes) {
-    return std::fseek(layout, bytes, SEEK_CUR) == 0;
-}
-
-/// Passes over the words of a core. Most cores have few, which stdio has at hand already: reading them there
-/// saves the system call that every seek is. What cannot be read is left to a seek after all, and so is every
-/// layout that cannot seek, to the same result as if each had been one.
-bool skipWords(FILE* layout, std::uint16_t words, bool canSeek) {
-    std::array<std::byte, 16 * kWordSize> passed;
-    const std::size_t size = words * std::size_t{kWordSize};
-    if (!canSeek || size > passed.size()) {
-        return seek(layout, static_cast<long>(size));
-    }
-    const std::size_t read = std::fread(passed.data(), 1, size, layout);
-    return read == size || seek(layout, static_cast<long>(size - read));
-}
-
-/// Only the first '*' is one.
-bool matches(std::string_view name, std::string_view pattern) {
-    const std::size_t star = pattern.find('*');
-    if (star == std::string_view::npos) {
-        return name == pattern;
-    }
-    return name.size() + 1 >= pattern.size() && name.starts_with(pattern.substr(0, star)) &&
-           name.ends_with(pattern.substr(star + 1));
+bool NamePattern::matchesAroundStar(std::string_view name) const {
+    return name.size() >= begin_.size() + end_.size() && name.starts_with(begin_) && name.ends_with(end_);
 }
 
 bool isWithin(int version, int minimum, int maximum) {
@@ -84,69 +53,60 @@ bool isWithin(int version, int minimum, int maximum) {
 }
 
 /// Moves `layout` to the version word of the first core whose name matches.
-/// @return the number of the core's words; nothing when the layout ends before it.
-std::optional<std::uint16_t> findCore(FILE* layout, const char* pattern) {
-    const bool canSeek = std::ftell(layout) >= 0;
-    for (NameBuffer name; name.readFrom(layout);) {
-        const auto words = readBigEndian<std::uint16_t>(layout);
-        if (!words || matches(name.get(), pattern)) {
-            return words;
+/// @return false when the layout ends before it; else with the number of the core's words.
+template <typename Source>
+bool findCore(Source& layout, const NamePattern& pattern, std::uint16_t& words) {
+    for (std::string_view name; layout.nextName(name);) {
+        if (!layout.read(words)) {
+            return false;
         }
-        if (!skipWords(layout, *words, canSeek)) {
+        if (pattern.matches(name)) {
+            return true;
+        }
+        if (!layout.skipWords(words)) {
             // Twice the number of words, not the bytes to skip: meant.
-            VL_LOG(CPCardInterface, DEBUG, "GetPLDCoreInfo: short read skip info: %d", *words * 2);
-            return std::nullopt;
+            VL_LOG(CPCardInterface, DEBUG, "GetPLDCoreInfo: short read skip info: %d", words * 2);
+            return false;
         }
     }
-    return std::nullopt;
+    return false;
 }
 
 /// Reads words n to n+count-1 of a core whose version word has just been read.
-bool readWords(FILE* layout, unsigned int* out, int n, int count) {
-    if (!seek(layout, (n - 1L) * kWordSize)) {
+template <typename Source>
+bool readWords(Source& layout, unsigned int* out, int n, int count) {
+    if (!layout.move(n - 1L)) {
         return false;
     }
     for (int i = 0; i < count; ++i) {
-        const auto word = readBigEndian<std::uint32_t>(layout);
-        if (!word) {
+        if (!layout.read(out[i])) {
             return false;
         }
-        out[i] = *word;
     }
     return true;
 }
 
-}  // namespace
-
-LayoutFile openLayout(const char* device) {
-    const std::string path = std::string("/sys/bus/avalon/devices/") + device + "/layout";
-    LayoutFile layout(std::fopen(path.c_str(), "re"));
-    if (!layout) {
-        VL_LOG(CPCardInterface, ERROR, "could not find: %s", path.c_str());
-    }
-    return layout;
-}
-
-int getPldCoreInfo(FILE* layout, const char* name, unsigned int* out, int n, int count, int minVersion,
-                   int maxVersion) {
-    const std::optional<std::uint16_t> words = findCore(layout, name);
-    if (!words) {
+template <typename Source>
+int readCore(Source layout, const char* name, unsigned int* out, int n, int count, int minVersion,
+             int maxVersion) {
+    std::uint16_t words = 0;
+    if (!findCore(layout, NamePattern(name), words)) {
         return NotFound;
     }
-    const auto versionWord = readBigEndian<std::uint32_t>(layout);
-    if (!versionWord) {
+    std::uint32_t versionWord = 0;
+    if (!layout.read(versionWord)) {
         VL_LOG(CPCardInterface, DEBUG, "GetPLDCoreInfo: short read version");
         return NotFound;
     }
-    const int version = static_cast<int>(*versionWord);
+    const int version = static_cast<int>(versionWord);
     if (!isWithin(version, minVersion, maxVersion)) {
         VL_LOG(CPCardInterface, DEBUG, "GetPLDCoreInfo: version check failed: %X <= %X <= %X",
-               static_cast<unsigned int>(minVersion), *versionWord, static_cast<unsigned int>(maxVersion));
+               static_cast<unsigned int>(minVersion), versionWord, static_cast<unsigned int>(maxVersion));
         return WrongVersion;
     }
-    if (static_cast<long>(n) + count > *words) {
+    if (static_cast<long>(n) + count > words) {
         // The text says >= where the test says >: meant.
-        VL_LOG(CPCardInterface, DEBUG, "GetPLDCoreInfo: n+count > words (%d+%d >= %d)", n, count, *words);
+        VL_LOG(CPCardInterface, DEBUG, "GetPLDCoreInfo: n+count > words (%d+%d >= %d)", n, count, words);
         return BeyondRecord;
     }
     if (!readWords(layout, out, n, count)) {
@@ -156,10 +116,47 @@ int getPldCoreInfo(FILE* layout, const char* name, unsigned int* out, int n, int
     return Found;
 }
 
+/// All that can be read of a file, from its beginning. A driver's file does not tell how long it is.
+std::vector<std::byte> readAll(const Descriptor& file) {
+    std::vector<std::byte> bytes(kUsualSize);
+    std::size_t size = 0;
+    while (true) {
+        const ssize_t count = readExact(file.get(), std::span(bytes).subspan(size));
+        size += count > 0 ? static_cast<std::size_t>(count) : 0;
+        if (size < bytes.size()) {
+            bytes.resize(size);
+            return bytes;
+        }
+        bytes.resize(2 * size);
+    }
+}
+
+}  // namespace
+
+std::optional<std::vector<std::byte>> readLayout(const char* device) {
+    const std::string path = std::string("/sys/bus/avalon/devices/") + device + "/layout";
+    const Descriptor file = Descriptor::open(path.c_str(), O_RDONLY);
+    if (!file.isValid()) {
+        VL_LOG(CPCardInterface, ERROR, "could not find: %s", path.c_str());
+        return std::nullopt;
+    }
+    return readAll(file);
+}
+
+int getPldCoreInfo(FILE* layout, const char* name, unsigned int* out, int n, int count, int minVersion,
+                   int maxVersion) {
+    return readCore(LayoutStream(layout), name, out, n, count, minVersion, maxVersion);
+}
+
+int getPldCoreInfo(std::span<const std::byte> layout, const char* name, unsigned int* out, int n, int count,
+                   int minVersion, int maxVersion) {
+    return readCore(LayoutMemory(layout), name, out, n, count, minVersion, maxVersion);
+}
+
 int getPldCoreInfo(const char* device, const char* name, unsigned int* out, int n, int minVersion,
                    int maxVersion) {
-    const LayoutFile layout = openLayout(device);
-    return layout ? getPldCoreInfo(layout.get(), name, out, n, 1, minVersion, maxVersion) : NoLayout;
+    const auto layout = readLayout(device);
+    return layout ? getPldCoreInfo(*layout, name, out, n, 1, minVersion, maxVersion) : NoLayout;
 }
 
 int getPldCoreAddress(const char* device, const char* name, unsigned int* out, int n, int minVersion,

@@ -1,7 +1,10 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdio>
-#include <memory>
+#include <optional>
+#include <span>
+#include <vector>
 
 /// Where the cores (register blocks) of the board's programmable devices sit.
 ///
@@ -23,18 +26,17 @@ namespace Valen::HAL {
 /// Cores are aligned to 64 bytes; the low six bits of an address word are not address.
 inline constexpr unsigned int kCoreAddressMask = ~0x3FU;
 
-struct LayoutCloser {
-    void operator()(FILE* layout) const { std::fclose(layout); }
-};
-using LayoutFile = std::unique_ptr<FILE, LayoutCloser>;
+/// Reads the layout of a device ("fpga", "cpld"). @return nothing, with a line in the log, when it cannot be
+/// opened; what cannot be read of it is missing.
+std::optional<std::vector<std::byte>> readLayout(const char* device);
 
-/// Opens the layout of a device ("fpga", "cpld"). @return null, with a line in the log, when that fails.
-LayoutFile openLayout(const char* device);
-
-/// Reads words n to n+count-1 of a core, in host byte order, from where the open `layout` stands.
+/// Reads words n to n+count-1 of a core, in host byte order, from where the open `layout` stands, or from a
+/// layout in memory.
 /// @param out room for `count` words; after a failure some of them may have been written.
 int getPldCoreInfo(FILE* layout, const char* name, unsigned int* out, int n, int count, int minVersion,
                    int maxVersion);
+int getPldCoreInfo(std::span<const std::byte> layout, const char* name, unsigned int* out, int n, int count,
+                   int minVersion, int maxVersion);
 
 /// Reads word n of a core of `device`.
 int getPldCoreInfo(const char* device, const char* name, unsigned int* out, int n, int minVersion,
