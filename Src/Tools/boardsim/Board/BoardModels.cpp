@@ -1,5 +1,7 @@
 #include "Tools/boardsim/Board/BoardModels.h"
 
+#include <stdexcept>
+
 namespace boardsim {
 namespace {
 
@@ -9,11 +11,20 @@ Transfer toTransfer(const ScreenAnswer& answer) {
 
 }  // namespace
 
-BoardModels::BoardModels(const BoardDescription& board, const BoardParts& missing, ScreenFault screen)
+BoardModels::BoardModels(const BoardDescription& board, const BoardParts& missing, ScreenFault screen,
+                         const std::vector<Fault>& faults)
     : screen_(board.panel, screen) {
     if (!missing.has(BoardPart::Spi) && !missing.has(BoardPart::Screen)) {
         addScreen(board.panelDirectory() + "/screen");
     }
+    for (const Fault& fault : faults) {
+        apply(fault);
+    }
+}
+
+void BoardModels::apply(const Fault& fault) {
+    throw std::invalid_argument("--fault " + fault.text + ": the board has no devices of the kind '" +
+                                fault.kind + "'");
 }
 
 void BoardModels::addScreen(const std::string& path) {
