@@ -7,6 +7,7 @@
 
 namespace {
 
+using boardsim::FaultSchedule;
 using boardsim::FileAnswer;
 using boardsim::TextAttribute;
 using boardsim::W1Bus;
@@ -149,7 +150,7 @@ TEST_F(W1BusTest, ASearchFindsNoMoreThanAskedFor) {
 }
 
 TEST_F(W1BusTest, ARomWithAWrongCrcIsNotFoundThisTime) {
-    eeprom->faults().romErrors = 1;
+    eeprom->faults().romErrors = FaultSchedule(0, 1);
     bus.search();
     EXPECT_THAT(names(), ElementsAre("22-000000003c4d"));
     bus.search();

@@ -6,6 +6,7 @@
 
 namespace {
 
+using boardsim::FaultSchedule;
 using boardsim::FileAnswer;
 using boardsim::W1Eeprom;
 using boardsim::W1EepromMemory;
@@ -75,7 +76,7 @@ TEST(W1EepromTest, WritingEndsAtTheEndOfTheFileAndIsRefusedThere) {
 
 TEST(W1EepromTest, APageThatWasReadIsReadAgainOnlyAfterAWriteToAnyPage) {
     Chip chip;
-    chip.eeprom.faults().crcErrors = 1;
+    chip.eeprom.faults().crcErrors = FaultSchedule(0, 1);
     const std::string wrong = chip.read(0, 4);
     EXPECT_NE(std::string(4, '\0'), wrong);
     EXPECT_EQ(wrong, chip.read(0, 4));
@@ -86,7 +87,7 @@ TEST(W1EepromTest, APageThatWasReadIsReadAgainOnlyAfterAWriteToAnyPage) {
 TEST(W1EepromTest, ACrcErrorStaysInItsPage) {
     Chip chip;
     chip.read(0, 32);
-    chip.eeprom.faults().crcErrors = 1;
+    chip.eeprom.faults().crcErrors = FaultSchedule(0, 1);
     EXPECT_EQ(std::string(32, '\0'), chip.read(0, 32));
     EXPECT_NE(std::string(32, '\0'), chip.read(32, 32));
     EXPECT_EQ(std::string(64, '\0'), chip.read(64, 64));
@@ -94,8 +95,8 @@ TEST(W1EepromTest, ACrcErrorStaysInItsPage) {
 
 TEST(W1EepromTest, ShortTransfersMoveHalfAndCountDown) {
     Chip chip;
-    chip.eeprom.faults().shortReads = 2;
-    chip.eeprom.faults().shortWrites = 1;
+    chip.eeprom.faults().shortReads = FaultSchedule(0, 2);
+    chip.eeprom.faults().shortWrites = FaultSchedule(0, 1);
     EXPECT_EQ(8U, chip.read(0, 16).size());
     EXPECT_EQ(0U, chip.read(0, 1).size());
     EXPECT_EQ(16U, chip.read(0, 16).size());
@@ -116,14 +117,12 @@ TEST(W1EepromTest, AChipOffTheBusAnswersWithAnIoError) {
     EXPECT_EQ("kept", chip.read(0, 4));
 }
 
-TEST(W1EepromTest, ComesOffTheBusAfterSoManyAccesses) {
+TEST(W1EepromTest, ComesOffTheBusAfterSoManyAccessesForSoManyMore) {
     Chip chip;
-    chip.eeprom.unplugAfter(2);
+    chip.eeprom.faults().unplugged = FaultSchedule(2, 1);
     EXPECT_EQ(4U, chip.read(0, 4).size());
     EXPECT_EQ(1U, chip.write(0, "x").count);
     EXPECT_EQ(0U, chip.read(0, 4).size());
-    EXPECT_FALSE(chip.eeprom.plugged());
-    chip.eeprom.plug();
     EXPECT_EQ(4U, chip.read(0, 4).size());
 }
 
@@ -134,7 +133,7 @@ TEST_P(TornWrite, LeavesNewBytesBeforeTheTearAndOldOnesBehind) {
     Chip chip;
     const std::string old = "0123456789ABCDEF";
     chip.write(0, old);
-    chip.eeprom.tearWriteAfter(GetParam());
+    chip.eeprom.tearWrites(FaultSchedule(0, 1), GetParam());
     EXPECT_EQ(std::errc::io_error, chip.write(4, "abcdefgh").error);
     EXPECT_EQ("0123" + std::string("abcdefgh").substr(0, GetParam()) + old.substr(4 + GetParam()),
               chip.read(0, 16));
@@ -144,9 +143,17 @@ TEST_P(TornWrite, LeavesNewBytesBeforeTheTearAndOldOnesBehind) {
 
 INSTANTIATE_TEST_SUITE_P(EveryByte, TornWrite, testing::Range<std::size_t>(0, 8));
 
+TEST(W1EepromTest, AWriteThatIsOverBeforeThePowerFailsIsSound) {
+    Chip chip;
+    chip.eeprom.tearWrites(FaultSchedule(), 6);
+    EXPECT_EQ(6U, chip.write(0, "abcdef").count);
+    EXPECT_EQ(std::errc::io_error, chip.write(0, "ghijklm").error);
+    EXPECT_EQ(std::string("ghijkl\0", 7), chip.read(0, 7));
+}
+
 TEST(W1EepromTest, ATearMayComeInALaterWrite) {
     Chip chip;
-    chip.eeprom.tearWriteAfter(6);
+    chip.eeprom.tearWrites(FaultSchedule(1), 2);
     EXPECT_EQ(4U, chip.write(0, "abcd").count);
     EXPECT_EQ(std::errc::io_error, chip.write(4, "efgh").error);
     EXPECT_EQ(std::string("abcdef\0\0", 8), chip.read(0, 8));

@@ -6,6 +6,7 @@
 
 namespace {
 
+using boardsim::FaultSchedule;
 using boardsim::FileAnswer;
 using boardsim::W1TempSensor;
 
@@ -44,14 +45,14 @@ INSTANTIATE_TEST_SUITE_P(Values, W1TempReading,
 TEST(W1TempSensorTest, AWrongCrcReadsAsAllOnesOnce) {
     W1TempSensor sensor(7);
     sensor.setTemperature(25 * 16);
-    sensor.faults().crcErrors = 1;
+    sensor.faults().crcErrors = FaultSchedule(0, 1);
     EXPECT_EQ(-1, temperature(sensor));
     EXPECT_EQ(400, temperature(sensor));
 }
 
 TEST(W1TempSensorTest, ShortReadsGiveHalfOfWhatThereIs) {
     W1TempSensor sensor(7);
-    sensor.faults().shortReads = 1;
+    sensor.faults().shortReads = FaultSchedule(0, 1);
     std::array<std::byte, 64> bytes{};
     EXPECT_EQ(2U, sensor.readTemperature(0, bytes).count);
     EXPECT_EQ(4U, sensor.readTemperature(0, bytes).count);

@@ -37,8 +37,9 @@ FileCalls callsOf(const TextAttribute& attribute) {
 std::shared_ptr<const ServedFile> attributeFile(TextAttribute attribute, const std::string& name,
                                                 const Tell& tell) {
     const mode_t mode = modeOf(attribute);
-    return std::make_shared<const ServedFile>(ServedFile{
-        [=, attribute = std::move(attribute)] { return traced(name, callsOf(attribute), tell); }, kPage, mode});
+    return std::make_shared<const ServedFile>(
+        ServedFile{[=, attribute = std::move(attribute)] { return traced(name, callsOf(attribute), tell); },
+                   kPage, mode});
 }
 
 std::shared_ptr<const ServedDirectory> plainDirectory(std::vector<ServedEntry> entries) {

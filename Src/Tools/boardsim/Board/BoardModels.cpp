@@ -13,16 +13,38 @@ Transfer toTransfer(const ScreenAnswer& answer) {
 
 BoardModels::BoardModels(const BoardDescription& board, const BoardParts& missing, ScreenFault screen,
                          const std::vector<Fault>& faults)
-    : screen_(board.panel, screen) {
+    : screen_(board.panel, screen),
+      w1_(missing.has(BoardPart::W1) ? std::vector<W1BusPart>{} : board.w1Buses,
+          [this](const std::string& line) { tell(line); }),
+      gpio_(board.gpioChips, [this](const std::string& line) { tell(line); }) {
     if (!missing.has(BoardPart::Spi) && !missing.has(BoardPart::Screen)) {
         addScreen(board.panelDirectory() + "/screen");
     }
+    if (!missing.has(BoardPart::Gpio)) {
+        files_.push_back(gpio_.device());
+    }
+    if (!missing.has(BoardPart::W1)) {
+        trees_.push_back(w1_.tree());
+    }
+    trees_.push_back(gpio_.tree());
     for (const Fault& fault : faults) {
         apply(fault);
     }
 }
 
+void BoardModels::tell(const std::string& line) const {
+    if (tell_) {
+        tell_(line);
+    }
+}
+
 void BoardModels::apply(const Fault& fault) {
+    if (fault.kind == "w1") {
+        return w1_.apply(fault);
+    }
+    if (fault.kind == "gpio") {
+        return gpio_.apply(fault);
+    }
     throw std::invalid_argument("--fault " + fault.text + ": the board has no devices of the kind '" +
                                 fault.kind + "'");
 }

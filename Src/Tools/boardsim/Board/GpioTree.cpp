@@ -29,10 +29,10 @@ std::vector<ServedEntry> GpioTree::entries() {
     std::map<std::string, std::shared_ptr<const ServedDirectory>> now;
     for (GpioClass::Directory& directory : gpio_.directories()) {
         const auto old = shown_.find(directory.name);
-        const auto shown = old != shown_.end()
-                               ? old->second
-                               : plainDirectory(served(std::move(directory.files),
-                                                       "gpio " + directory.name + "/", tell_));
+        const auto shown =
+            old != shown_.end()
+                ? old->second
+                : plainDirectory(served(std::move(directory.files), "gpio " + directory.name + "/", tell_));
         entries.push_back({directory.name, shown});
         now.emplace(directory.name, shown);
     }

@@ -34,6 +34,7 @@ BoardSession::BoardSession(const RunOptions& options, const BoardDescription& bo
 
 void BoardSession::wire(SignalWatch& signals) {
     models_.screen().listen([this](const ScreenEvent& event) { onScreen(event); });
+    models_.listen([this](const std::string& line) { trace(line); });
     loop_.watch(process_.channel().descriptor(), [this] { onControl(); });
     loop_.watch(signals.descriptor(), [this, &signals] {
         if (const std::optional<int> number = signals.takeForwardable()) {
@@ -92,7 +93,8 @@ void BoardSession::onControl() {
 }
 
 void BoardSession::serveFiles(Descriptor device) {
-    server_.emplace(std::move(device), models_.files(), [this] { drainSockets(); });
+    server_.emplace(std::move(device), servedRoot(models_.files(), models_.trees()),
+                    [this] { drainSockets(); });
     loop_.watch(server_->descriptor(), [this] {
         if (!server_->serveOne()) {
             loop_.unwatch(server_->descriptor());

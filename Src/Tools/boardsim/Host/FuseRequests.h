@@ -11,8 +11,8 @@
 
 namespace boardsim {
 
-/// What requests of a FUSE session are answered from: its nodes, and what is open of them. It is the session's
-/// user data.
+/// What requests of a FUSE session are answered from: its nodes, and what is open of them. It is the
+/// session's user data.
 struct FuseContents {
     ServedNodes nodes;
     std::unordered_map<std::uint64_t, FileCalls> files{};                       ///< open files

@@ -11,8 +11,7 @@ const void* identity(const ServedNode& node) {
 
 }  // namespace
 
-ServedNodes::ServedNodes(std::shared_ptr<const ServedDirectory> root, Number rootNumber)
-    : last_(rootNumber) {
+ServedNodes::ServedNodes(std::shared_ptr<const ServedDirectory> root, Number rootNumber) : last_(rootNumber) {
     numbers_.emplace(root.get(), rootNumber);
     known_.emplace(rootNumber, Known{std::move(root), 1});
 }

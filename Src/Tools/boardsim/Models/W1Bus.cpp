@@ -60,23 +60,12 @@ std::string W1Bus::name() const {
     return "w1_bus_master" + std::to_string(number_);
 }
 
-bool W1Bus::answers(W1Slave& slave) {
-    if (!slave.plugged()) {
-        return false;
-    }
-    if (slave.faults().romErrors == 0) {
-        return true;
-    }
-    --slave.faults().romErrors;
-    return false;
-}
-
 void W1Bus::search() {
     ++attempts_;
     long found = 0;
     for (const std::shared_ptr<W1Slave>& slave : slaves_) {
         std::shared_ptr<W1Device> device = deviceOf(slave->id());
-        if (found < most_ && answers(*slave)) {
+        if (found < most_ && slave->answersSearch()) {
             ++found;
             if (!device) {
                 device = devices_.emplace_back(std::make_shared<W1Device>(slave));

@@ -63,7 +63,6 @@ public:
 
 private:
     std::shared_ptr<W1Device> deviceOf(const W1Id& id) const;
-    bool answers(W1Slave& slave);
     void forget(const W1Device& device);
 
     std::errc storeSearch(std::string_view text);

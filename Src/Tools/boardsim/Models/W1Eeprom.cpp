@@ -48,13 +48,14 @@ FileAnswer W1Eeprom::write(std::uint64_t offset, std::span<const std::byte> byte
         return admitted;
     }
     cached_.reset();
-    if (!programByRows(begin, bytes.first(admitted.count))) {
-        return {0, std::errc::io_error};
-    }
-    return admitted;
+    bytes = bytes.first(admitted.count);
+    const bool isTorn = tears_ && tears_->which.strikes() && tears_->bytes < bytes.size();
+    const bool isProgrammed = program(begin, isTorn ? bytes.first(tears_->bytes) : bytes);
+    return isProgrammed && !isTorn ? admitted : FileAnswer{0, std::errc::io_error};
 }
 
-bool W1Eeprom::programByRows(std::size_t offset, std::span<const std::byte> bytes) {
+/// By rows. @return false when the chip refused one; the rows before are programmed.
+bool W1Eeprom::program(std::size_t offset, std::span<const std::byte> bytes) {
     while (!bytes.empty()) {
         const std::size_t number = offset / kRow;
         const std::size_t within = offset % kRow;
@@ -62,16 +63,8 @@ bool W1Eeprom::programByRows(std::size_t offset, std::span<const std::byte> byte
         W1EepromMemory::Row row{};
         std::copy_n(memory_.bytes().begin() + static_cast<std::ptrdiff_t>(number * kRow), kRow, row.begin());
         std::copy_n(bytes.begin(), count, row.begin() + static_cast<std::ptrdiff_t>(within));
-        if (untilTorn_ && *untilTorn_ < count) {
-            memory_.program(number, row, within + *untilTorn_);
-            untilTorn_.reset();
-            return false;
-        }
         if (!memory_.program(number, row)) {
             return false;
-        }
-        if (untilTorn_) {
-            *untilTorn_ -= count;
         }
         offset += count;
         bytes = bytes.subspan(count);
@@ -80,7 +73,7 @@ bool W1Eeprom::programByRows(std::size_t offset, std::span<const std::byte> byte
 }
 
 void W1Eeprom::preset(std::size_t offset, std::span<const std::byte> bytes) {
-    programByRows(offset, bytes);
+    program(offset, bytes);
     cached_.reset();
 }
 

@@ -33,18 +33,23 @@ public:
     /// Puts bytes into the data memory, as production does.
     void preset(std::size_t offset, std::span<const std::byte> bytes);
 
-    /// The power fails in one of the next writes, after `bytes` more bytes were programmed; that write ends
-    /// with EIO, later ones are sound.
-    void tearWriteAfter(std::size_t bytes) { untilTorn_ = bytes; }
+    /// The power fails during writes, after `bytes` of their bytes were programmed; such a write ends with
+    /// EIO.
+    void tearWrites(const FaultSchedule& which, std::size_t bytes) { tears_ = Tears{which, bytes}; }
 
 private:
     void fetchPage(std::size_t page);
-    bool programByRows(std::size_t offset, std::span<const std::byte> bytes);
+    bool program(std::size_t offset, std::span<const std::byte> bytes);
+
+    struct Tears {
+        FaultSchedule which;
+        std::size_t bytes;
+    };
 
     W1EepromMemory memory_;
     std::array<std::byte, kBytes> cache_{};
     std::bitset<kBytes / W1EepromMemory::kPageBytes> cached_;
-    std::optional<std::size_t> untilTorn_;
+    std::optional<Tears> tears_;
 };
 
 }  // namespace boardsim

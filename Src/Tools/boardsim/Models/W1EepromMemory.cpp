@@ -57,12 +57,11 @@ W1EepromMemory::Row W1EepromMemory::scratchpad(std::size_t row, const Row& wante
     return pad;
 }
 
-bool W1EepromMemory::program(std::size_t row, const Row& wanted, std::size_t strength) {
+bool W1EepromMemory::program(std::size_t row, const Row& wanted) {
     if (scratchpad(row, wanted) != wanted) {
         return false;
     }
-    std::copy_n(wanted.begin(), std::min(strength, kRowBytes),
-                bytes_.begin() + static_cast<std::ptrdiff_t>(row * kRowBytes));
+    std::copy(wanted.begin(), wanted.end(), bytes_.begin() + static_cast<std::ptrdiff_t>(row * kRowBytes));
     return true;
 }
 

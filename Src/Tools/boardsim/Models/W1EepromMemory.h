@@ -38,9 +38,8 @@ public:
     /// WRITE SCRATCHPAD, READ SCRATCHPAD and COPY SCRATCHPAD as a driver does it, which goes no further when
     /// the scratchpad does not hold what it wrote.
     /// @param row number of the row, below kBytes / kRowBytes.
-    /// @param strength bytes that get programmed before the power fails; the rest stays what it was.
     /// @return whether the row was copied.
-    bool program(std::size_t row, const Row& wanted, std::size_t strength = kRowBytes);
+    bool program(std::size_t row, const Row& wanted);
 
 private:
     enum class Protection { None, Write, Eprom };

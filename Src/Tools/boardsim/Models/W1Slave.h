@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "Tools/boardsim/Models/FaultSchedule.h"
 #include "Tools/boardsim/Models/FileAnswer.h"
 #include "Tools/boardsim/Models/W1Id.h"
 
@@ -22,13 +23,13 @@ struct W1File {
     std::function<FileAnswer(std::uint64_t offset, std::span<const std::byte> bytes)> write{};  ///< may lack
 };
 
-/// What goes wrong with a slave on demand. Each number counts down as it happens; none happens at 0.
+/// What goes wrong with a slave on demand.
 struct W1Faults {
-    unsigned shortReads = 0;   ///< a read of a file gives half of what was asked for
-    unsigned shortWrites = 0;  ///< a write to a file takes half of what was given
-    unsigned crcErrors = 0;    ///< a bit flips on the way from the chip
-    unsigned failures = 0;     ///< a read or write of a file gets no answer from the chip
-    unsigned romErrors = 0;    ///< a search reads its ROM with a wrong CRC
+    std::optional<FaultSchedule> unplugged{};    ///< it is off the bus when somebody wants something of it
+    std::optional<FaultSchedule> shortReads{};   ///< a read of a file gives half of what was asked for
+    std::optional<FaultSchedule> shortWrites{};  ///< a write to a file takes half of what was given
+    std::optional<FaultSchedule> crcErrors{};    ///< a bit flips on the way from the chip
+    std::optional<FaultSchedule> romErrors{};    ///< a search reads its ROM with a wrong CRC
 };
 
 /// A chip on a 1-Wire bus as the kernel's driver of its family shows it. It can be taken off the bus and put
@@ -42,12 +43,11 @@ public:
 
     const W1Id& id() const { return id_; }
 
-    bool plugged() const { return plugged_; }
     void plug() { plugged_ = true; }
     void unplug() { plugged_ = false; }
 
-    /// The slave comes off the bus at the next access to a file after `accesses` more of them.
-    void unplugAfter(unsigned accesses) { unplugAfter_ = accesses; }
+    /// Takes part in a search. @return whether it is found.
+    bool answersSearch();
 
     W1Faults& faults() { return faults_; }
 
@@ -55,16 +55,19 @@ public:
     virtual std::vector<W1File> files() = 0;
 
 protected:
-    /// To be asked before each access to a file. @return how many of `wanted` bytes to move, or the error.
-    FileAnswer admit(std::size_t wanted, unsigned W1Faults::*shortTransfers);
+    using Kind = std::optional<FaultSchedule> W1Faults::*;
 
-    /// Counts a fault down. @return whether it happens now.
-    bool happens(unsigned W1Faults::*fault);
+    /// To be asked before each access to a file. @return how many of `wanted` bytes to move, or the error.
+    FileAnswer admit(std::size_t wanted, Kind shortTransfers);
+
+    /// To be asked for each access that the fault could hit. @return whether it does.
+    bool happens(Kind fault);
 
 private:
+    bool isThere() { return plugged_ && !happens(&W1Faults::unplugged); }
+
     W1Id id_;
     W1Faults faults_;
-    std::optional<unsigned> unplugAfter_;
     bool plugged_ = true;
 };
 
