@@ -1,0 +1,30 @@
+#include "Tools/boardsim/Board/BoardModels.h"
+
+namespace boardsim {
+namespace {
+
+Transfer toTransfer(const ScreenAnswer& answer) {
+    return {answer.count, answer.error};
+}
+
+}  // namespace
+
+BoardModels::BoardModels(const BoardDescription& board, const BoardParts& missing, ScreenFault screen)
+    : screen_(board.panel, screen) {
+    if (!missing.has(BoardPart::Spi) && !missing.has(BoardPart::Screen)) {
+        addScreen(board.panelDirectory() + "/screen");
+    }
+}
+
+void BoardModels::addScreen(const std::string& path) {
+    FileCalls calls;
+    calls.read = [this](std::uint64_t offset, std::span<std::byte> into) {
+        return toTransfer(screen_.read(offset, into));
+    };
+    calls.write = [this](std::uint64_t offset, std::span<const std::byte> bytes) {
+        return toTransfer(screen_.write(offset, bytes));
+    };
+    files_.push_back(sharedFile(path, std::move(calls)));
+}
+
+}  // namespace boardsim
