@@ -10,7 +10,8 @@ Transfer toTransfer(const ScreenAnswer& answer) {
 }  // namespace
 
 BoardModels::BoardModels(const BoardDescription& board, const BoardParts& missing, ScreenFault screen)
-    : screen_(board.panel, screen) {
+    : screen_(board.panel, screen), registers_(board, std::chrono::steady_clock::now) {
+    registers_.add({"panel", board.panelRegisters(), PanelRegisters::kBlockBytes, &panel_});
     if (!missing.has(BoardPart::Spi) && !missing.has(BoardPart::Screen)) {
         addScreen(board.panelDirectory() + "/screen");
     }

@@ -4,6 +4,7 @@
 
 #include "Tools/boardsim/Board/BoardDescription.h"
 #include "Tools/boardsim/Board/BoardPart.h"
+#include "Tools/boardsim/Board/BoardRegisters.h"
 #include "Tools/boardsim/Host/ActingFile.h"
 #include "Tools/boardsim/Models/PanelRegisters.h"
 #include "Tools/boardsim/Models/PanelScreen.h"
@@ -22,6 +23,9 @@ public:
     const PanelScreen& screen() const { return screen_; }
     PanelRegisters& panel() { return panel_; }
 
+    /// All register blocks, the panel's among them.
+    BoardRegisters& registers() { return registers_; }
+
     /// All files that act, in an order that stays. Their functions refer to the models.
     const std::vector<ActingFile>& files() const { return files_; }
 
@@ -30,6 +34,7 @@ private:
 
     PanelScreen screen_;
     PanelRegisters panel_;
+    BoardRegisters registers_;
     std::vector<ActingFile> files_;
 };
 

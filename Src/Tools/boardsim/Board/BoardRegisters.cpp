@@ -1,0 +1,60 @@
+#include "Tools/boardsim/Board/BoardRegisters.h"
+
+#include <algorithm>
+#include <array>
+#include <cinttypes>
+#include <cstdio>
+#include <utility>
+
+#include "Tools/boardsim/Models/Dp83867.h"
+#include "Tools/boardsim/Models/Phy88e1510.h"
+
+namespace boardsim {
+namespace {
+
+std::unique_ptr<Phy> makePhy(PhyModel model, const ModelClock& clock) {
+    if (model == PhyModel::Phy88e1510) {
+        return std::make_unique<Phy88e1510>(clock);
+    }
+    return std::make_unique<Dp83867>(clock);
+}
+
+/// A shift register as long as a word: what goes in comes out with the next word.
+SpiSlave makeShiftRegister() {
+    return [held = std::uint32_t{0}](std::uint32_t word) mutable { return std::exchange(held, word); };
+}
+
+}  // namespace
+
+BoardRegisters::BoardRegisters(const BoardDescription& board, const ModelClock& clock)
+    : mdioMaster_(mdio_, clock), mac_(clock), spi_(clock) {
+    for (const MdioPhy& phy : board.phys) {
+        phys_.push_back(makePhy(phy.model, clock));
+        mdio_.attach(phy.address, *phys_.back());
+    }
+    spi_.attach(0, makeShiftRegister());
+    add({board.mdioCore, board.addressOf(board.mdioCore), MdioMaster::kBytes, &mdioMaster_, true});
+    add({board.macCore, board.addressOf(board.macCore), TripleSpeedMac::kBytes, &mac_, true});
+    add({board.spiMasterCore, board.addressOf(board.spiMasterCore), SpiMaster::kBytes, &spi_, true});
+}
+
+const PlacedBlock* BoardRegisters::find(std::uint64_t offset) const {
+    const auto found = std::find_if(blocks_.begin(), blocks_.end(),
+                                    [&](const PlacedBlock& block) { return block.contains(offset); });
+    return found == blocks_.end() ? nullptr : &*found;
+}
+
+std::string BoardRegisters::actingRanges() const {
+    std::string ranges;
+    for (const PlacedBlock& block : blocks_) {
+        if (block.acts) {
+            std::array<char, 32> range{};
+            std::snprintf(range.data(), range.size(), "%s%" PRIx32 "-%" PRIx32, ranges.empty() ? "" : ",",
+                          block.base, block.base + block.bytes - 1);
+            ranges += range.data();
+        }
+    }
+    return ranges;
+}
+
+}  // namespace boardsim
