@@ -38,6 +38,11 @@ std::uint32_t BoardDescription::panelRegisters() const {
     return core->addresses.front() & kAddressMask;
 }
 
+std::string BoardDescription::panelDirectory() const {
+    const std::string bus = panelSpiDevice.substr(0, panelSpiDevice.find('.'));
+    return kBusDevices + panelSpiCore + "/spi_master/spi" + bus + "/spi" + panelSpiDevice;
+}
+
 const BoardDescription& orcaBoard() {
     static const BoardDescription board = makeOrca();
     return board;

@@ -24,7 +24,13 @@ struct BoardDescription {
 
     /// Byte offset of the panel's registers in the register space.
     std::uint32_t panelRegisters() const;
+
+    /// The directory of the screen's SPI device.
+    std::string panelDirectory() const;
 };
+
+/// Where the kernel shows the programmable devices and their cores.
+inline constexpr const char* kBusDevices = "/sys/bus/avalon/devices/";
 
 /// The built-in board.
 const BoardDescription& orcaBoard();

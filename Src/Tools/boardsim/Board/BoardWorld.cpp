@@ -5,7 +5,6 @@
 namespace boardsim {
 namespace {
 
-const std::string kBusDevices = "/sys/bus/avalon/devices/";
 const std::string kFontDirectory = "/opt/pattern/oled";
 
 /// What a program may expect under "/dev" on any system. Everything else there belongs to the machine's own
@@ -23,23 +22,16 @@ std::string layoutFile(const BoardDescription& board, const BoardParts& missing)
 }
 
 void planPanel(WorldPlan& plan, const BoardDescription& board, const BoardParts& missing) {
-    if (missing.has(BoardPart::Spi)) {
-        return;
-    }
-    const std::string& device = board.panelSpiDevice;
-    const std::string bus = device.substr(0, device.find('.'));
-    const std::string directory =
-        kBusDevices + board.panelSpiCore + "/spi_master/spi" + bus + "/spi" + device;
-    plan.directories.push_back(directory);
-    if (!missing.has(BoardPart::Screen)) {
-        plan.acting.push_back(directory + "/screen");
+    if (!missing.has(BoardPart::Spi)) {
+        plan.directories.push_back(board.panelDirectory());
     }
 }
 
 void planFpga(WorldPlan& plan, const BoardDescription& board, const BoardParts& missing) {
-    plan.directories.push_back(kBusDevices + "fpga");
+    const std::string directory = std::string(kBusDevices) + "fpga";
+    plan.directories.push_back(directory);
     if (!missing.has(BoardPart::Layout)) {
-        plan.files.push_back({kBusDevices + "fpga/layout", layoutFile(board, missing)});
+        plan.files.push_back({directory + "/layout", layoutFile(board, missing)});
     }
     if (!missing.has(BoardPart::Fpga)) {
         plan.registers = {"/dev/fpga", board.fpgaBytes};
@@ -59,7 +51,7 @@ void planFont(WorldPlan& plan, const BoardParts& missing, const std::string& fon
 }  // namespace
 
 WorldPlan planWorld(const BoardDescription& board, const BoardParts& missing, const std::string& font,
-                    bool reportsRegisters) {
+                    const std::vector<ActingFile>& acting, bool reportsRegisters) {
     WorldPlan plan;
     plan.covers = {
         {"/dev", kUsualNodes},
@@ -72,6 +64,9 @@ WorldPlan planWorld(const BoardDescription& board, const BoardParts& missing, co
     planFpga(plan, board, missing);
     planPanel(plan, board, missing);
     planFont(plan, missing, font);
+    for (const ActingFile& file : acting) {
+        plan.acting.push_back(file.path);
+    }
     if (!missing.has(BoardPart::Gpio)) {
         plan.files.push_back({"/dev/gpio"});
     }

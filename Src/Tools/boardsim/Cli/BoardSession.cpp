@@ -13,19 +13,12 @@ namespace {
 
 constexpr std::chrono::seconds kGrace{2};
 
-Transfer toTransfer(const ScreenAnswer& answer) {
-    return {answer.count, answer.error};
-}
-
 }  // namespace
 
-BoardSession::BoardSession(const RunOptions& options, const BoardDescription& board, const WorldPlan& plan,
-                           const ProgramStart& start, Outputs& outputs, SignalWatch& signals)
-    : board_(board),
-      outputs_(outputs),
-      screen_(board.panel, options.screen),
-      operator_(options.keys),
-      process_(plan, start) {
+BoardSession::BoardSession(const RunOptions& options, const BoardDescription& board, BoardModels& models,
+                           const WorldPlan& plan, const ProgramStart& start, Outputs& outputs,
+                           SignalWatch& signals)
+    : board_(board), outputs_(outputs), models_(models), operator_(options.keys), process_(plan, start) {
     const Clock::time_point now = Clock::now();
     if (outputs_.trace) {
         trace_.emplace([this](std::string_view line) { outputs_.trace->write(line); }, now);
@@ -33,14 +26,14 @@ BoardSession::BoardSession(const RunOptions& options, const BoardDescription& bo
     if (options.timeout) {
         deadline_ = now + *options.timeout;
     }
-    if (plan.acting.empty()) {
+    if (options.missing.has(BoardPart::Screen) || options.missing.has(BoardPart::Spi)) {
         operator_.screenUseless(now);
     }
     wire(signals);
 }
 
 void BoardSession::wire(SignalWatch& signals) {
-    screen_.listen([this](const ScreenEvent& event) { onScreen(event); });
+    models_.screen().listen([this](const ScreenEvent& event) { onScreen(event); });
     loop_.watch(process_.channel().descriptor(), [this] { onControl(); });
     loop_.watch(signals.descriptor(), [this, &signals] {
         if (const std::optional<int> number = signals.takeForwardable()) {
@@ -79,7 +72,7 @@ void BoardSession::onControl() {
     }
     switch (message->kind) {
         case ControlKind::FuseDevice:
-            return serveScreen(std::move(message->descriptor));
+            return serveFiles(std::move(message->descriptor));
         case ControlKind::LogSocket:
             return readLog(std::move(message->descriptor));
         case ControlKind::TrapSocket:
@@ -98,14 +91,8 @@ void BoardSession::onControl() {
     }
 }
 
-void BoardSession::serveScreen(Descriptor device) {
-    ActingFile screen{[this](std::uint64_t offset, std::span<std::byte> into) {
-                          return toTransfer(screen_.read(offset, into));
-                      },
-                      [this](std::uint64_t offset, std::span<const std::byte> bytes) {
-                          return toTransfer(screen_.write(offset, bytes));
-                      }};
-    server_.emplace(std::move(device), std::vector{std::move(screen)}, [this] { drainSockets(); });
+void BoardSession::serveFiles(Descriptor device) {
+    server_.emplace(std::move(device), models_.files(), [this] { drainSockets(); });
     loop_.watch(server_->descriptor(), [this] {
         if (!server_->serveOne()) {
             loop_.unwatch(server_->descriptor());
@@ -147,7 +134,8 @@ void BoardSession::offerToPanel(const TrapEvent& write) {
     if (write.offset < base || write.offset - base >= PanelRegisters::kBlockBytes) {
         return;
     }
-    if (!panel_.write(static_cast<std::uint32_t>(write.offset - base), 8U * write.width, write.value)) {
+    if (!models_.panel().write(static_cast<std::uint32_t>(write.offset - base), 8U * write.width,
+                               write.value)) {
         trace("panel refused " + describe(write));
     }
 }
@@ -175,10 +163,11 @@ void BoardSession::playKeys() {
         drainSockets();
         trace("operator " + step->text);
         for (const KeyStroke& stroke : step->strokes) {
-            panel_.operate(stroke.key, stroke.times);
+            models_.panel().operate(stroke.key, stroke.times);
         }
         if (registers_) {
-            registers_->store(board_.panelRegisters() + PanelRegisters::kCounters, panel_.counters());
+            registers_->store(board_.panelRegisters() + PanelRegisters::kCounters,
+                              models_.panel().counters());
         }
     }
 }

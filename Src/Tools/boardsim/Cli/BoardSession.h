@@ -5,6 +5,7 @@
 #include <string>
 
 #include "Tools/boardsim/Board/BoardDescription.h"
+#include "Tools/boardsim/Board/BoardModels.h"
 #include "Tools/boardsim/Cli/Outputs.h"
 #include "Tools/boardsim/Cli/RunOptions.h"
 #include "Tools/boardsim/Host/BoardProcess.h"
@@ -15,27 +16,24 @@
 #include "Tools/boardsim/Host/SharedRegisters.h"
 #include "Tools/boardsim/Host/SignalWatch.h"
 #include "Tools/boardsim/Host/TraceLog.h"
-#include "Tools/boardsim/Models/PanelRegisters.h"
-#include "Tools/boardsim/Models/PanelScreen.h"
 #include "Tools/boardsim/Operator/KeyPlayer.h"
 
 namespace boardsim {
 
-/// One run of a program on a board: the models, the operator, and the wires between them and the processes of
-/// the board. Single-threaded.
+/// One run of a program on a board: the operator, and the wires between him, the models and the processes
+/// of the board. Single-threaded.
 class BoardSession {
 public:
-    /// @param outputs and `signals` outlive the session.
+    /// @param board `models`, `outputs` and `signals` outlive the session.
     /// @throws std::exception when the board's processes cannot be made.
-    BoardSession(const RunOptions& options, const BoardDescription& board, const WorldPlan& plan,
-                 const ProgramStart& start, Outputs& outputs, SignalWatch& signals);
+    BoardSession(const RunOptions& options, const BoardDescription& board, BoardModels& models,
+                 const WorldPlan& plan, const ProgramStart& start, Outputs& outputs, SignalWatch& signals);
 
     /// Serves the board until nothing of it is left. @return the exit status for boardsim.
     /// @throws std::exception when the board cannot be made or served; it is gone when the session is
     /// destroyed.
     int run();
 
-    const PanelScreen& screen() const { return screen_; }
     std::size_t keyStepsLeft() const { return operator_.remaining(); }
 
 private:
@@ -43,7 +41,7 @@ private:
 
     void wire(SignalWatch& signals);
     void onControl();
-    void serveScreen(Descriptor device);
+    void serveFiles(Descriptor device);
     void readLog(Descriptor socket);
     void readTrap(Descriptor socket);
     void takeRegisterReport(std::string_view datagram);
@@ -57,8 +55,7 @@ private:
 
     const BoardDescription& board_;
     Outputs& outputs_;
-    PanelScreen screen_;
-    PanelRegisters panel_;
+    BoardModels& models_;
     KeyPlayer operator_;
     std::optional<TraceLog> trace_;
     EventLoop loop_;

@@ -4,6 +4,7 @@
 #include <iostream>
 #include <utility>
 
+#include "Tools/boardsim/Board/BoardModels.h"
 #include "Tools/boardsim/Board/BoardWorld.h"
 #include "Tools/boardsim/Cli/BoardSession.h"
 #include "Tools/boardsim/Cli/Outputs.h"
@@ -36,17 +37,17 @@ int addTrap(ProgramStart& start, const std::string& socket) {
     return kSuccess;
 }
 
-int runSession(const RunOptions& options, const BoardDescription& board, const WorldPlan& plan,
-               ProgramStart start, Outputs& outputs) {
+int runSession(const RunOptions& options, const BoardDescription& board, BoardModels& models,
+               const WorldPlan& plan, ProgramStart start, Outputs& outputs) {
     SignalWatch signals;
     start.signalMask = signals.maskBefore();
-    BoardSession session(options, board, plan, start, outputs, signals);
+    BoardSession session(options, board, models, plan, start, outputs, signals);
     const int status = session.run();
     if (session.keyStepsLeft() > 0) {
         std::cerr << "boardsim: the program ended before " << session.keyStepsLeft() << " of "
                   << options.keys.size() << " key steps\n";
     }
-    outputs.writePicture(session.screen(), options);
+    outputs.writePicture(models.screen(), options);
     return status;
 }
 
@@ -56,7 +57,9 @@ int runProgramOnBoard(const RunOptions& options) {
     try {
         Outputs outputs(options);
         const BoardDescription& board = orcaBoard();
-        const WorldPlan plan = planWorld(board, options.missing, options.font, !options.traceFile.empty());
+        BoardModels models(board, options.missing, options.screen, options.faults);
+        const WorldPlan plan =
+            planWorld(board, options.missing, options.font, models.files(), !options.traceFile.empty());
         ProgramStart start{options.program};
         if (outputs.trace) {
             if (const int refused = addTrap(start, plan.trapSocket); refused != kSuccess) {
@@ -65,7 +68,7 @@ int runProgramOnBoard(const RunOptions& options) {
         }
         outputs.start();
         try {
-            return runSession(options, board, plan, std::move(start), outputs);
+            return runSession(options, board, models, plan, std::move(start), outputs);
         } catch (const std::exception& failure) {
             return complain(failure.what(), kBoardFailed);
         }

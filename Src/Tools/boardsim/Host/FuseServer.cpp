@@ -9,13 +9,25 @@
 #include <cstring>
 #include <stdexcept>
 #include <string>
+#include <unordered_map>
 
 #include "Tools/boardsim/Host/World.h"
 
 namespace boardsim {
 
+namespace {
+
+/// The files and what is open of them.
+struct Files {
+    std::vector<ActingFile> all;
+    std::unordered_map<std::uint64_t, FileCalls> open{};
+    std::uint64_t lastOpened = 0;
+};
+
+}  // namespace
+
 struct FuseServer::State {
-    std::vector<ActingFile> files;
+    Files files;
     std::function<void()> beforeRequest;
     fuse_session* session = nullptr;
     fuse_buf buffer{};
@@ -30,22 +42,14 @@ struct FuseServer::State {
 
 namespace {
 
-using Files = std::vector<ActingFile>;
-
 constexpr fuse_ino_t kFirstFile = FUSE_ROOT_ID + 1;
 
-const Files& filesOf(fuse_req_t request) {
-    return *static_cast<const Files*>(fuse_req_userdata(request));
+Files& filesOf(fuse_req_t request) {
+    return *static_cast<Files*>(fuse_req_userdata(request));
 }
 
-/// @return null after having refused a node that is no file.
-const ActingFile* fileOrRefuse(fuse_req_t request, fuse_ino_t node) {
-    const Files& files = filesOf(request);
-    if (node < kFirstFile || node - kFirstFile >= files.size()) {
-        fuse_reply_err(request, EISDIR);
-        return nullptr;
-    }
-    return &files[node - kFirstFile];
+const FileCalls& callsOf(fuse_req_t request, const fuse_file_info* info) {
+    return filesOf(request).open.at(info->fh);
 }
 
 struct stat attributes(fuse_ino_t node) {
@@ -63,7 +67,7 @@ void turnOffSplicing(void*, fuse_conn_info* connection) {
 }
 
 void lookUp(fuse_req_t request, fuse_ino_t parent, const char* name) {
-    const std::size_t count = filesOf(request).size();
+    const std::size_t count = filesOf(request).all.size();
     for (std::size_t i = 0; parent == FUSE_ROOT_ID && i < count; ++i) {
         if (actingName(i) == name) {
             fuse_entry_param entry{};
@@ -87,34 +91,66 @@ void setAttributes(fuse_req_t request, fuse_ino_t node, struct stat*, int, fuse_
 }
 
 void openFile(fuse_req_t request, fuse_ino_t node, fuse_file_info* info) {
-    if (fileOrRefuse(request, node) != nullptr) {
-        info->direct_io = 1;
-        fuse_reply_open(request, info);
+    Files& files = filesOf(request);
+    if (node < kFirstFile || node - kFirstFile >= files.all.size()) {
+        fuse_reply_err(request, EISDIR);
+        return;
+    }
+    info->direct_io = 1;
+    info->fh = ++files.lastOpened;
+    files.open.emplace(info->fh, files.all[node - kFirstFile].open());
+    if (fuse_reply_open(request, info) != 0) {
+        // Whoever opened it is gone, and nobody will close it.
+        files.open.erase(files.lastOpened);
     }
 }
 
-void readFile(fuse_req_t request, fuse_ino_t node, size_t size, off_t offset, fuse_file_info*) {
-    if (const ActingFile* file = fileOrRefuse(request, node)) {
-        std::vector<std::byte> bytes(size);
-        const Transfer done = file->read(static_cast<std::uint64_t>(offset), bytes);
-        if (done.error != std::errc{}) {
-            fuse_reply_err(request, static_cast<int>(done.error));
-        } else {
-            fuse_reply_buf(request, reinterpret_cast<const char*>(bytes.data()), done.count);
-        }
+void closeFile(fuse_req_t request, fuse_ino_t, fuse_file_info* info) {
+    filesOf(request).open.erase(info->fh);
+    fuse_reply_err(request, 0);
+}
+
+void readFile(fuse_req_t request, fuse_ino_t, size_t size, off_t offset, fuse_file_info* info) {
+    const FileCalls& calls = callsOf(request, info);
+    std::vector<std::byte> bytes(size);
+    const Transfer done = calls.read ? calls.read(static_cast<std::uint64_t>(offset), bytes)
+                                     : Transfer{0, std::errc::invalid_argument};
+    if (done.error != std::errc{}) {
+        fuse_reply_err(request, static_cast<int>(done.error));
+    } else {
+        fuse_reply_buf(request, reinterpret_cast<const char*>(bytes.data()), done.count);
     }
 }
 
-void writeFile(fuse_req_t request, fuse_ino_t node, const char* data, size_t size, off_t offset,
-               fuse_file_info*) {
-    if (const ActingFile* file = fileOrRefuse(request, node)) {
-        const Transfer done =
-            file->write(static_cast<std::uint64_t>(offset), std::as_bytes(std::span(data, size)));
-        if (done.error != std::errc{}) {
-            fuse_reply_err(request, static_cast<int>(done.error));
-        } else {
-            fuse_reply_write(request, done.count);
-        }
+void writeFile(fuse_req_t request, fuse_ino_t, const char* data, size_t size, off_t offset,
+               fuse_file_info* info) {
+    const FileCalls& calls = callsOf(request, info);
+    const auto bytes = std::as_bytes(std::span(data, size));
+    const Transfer done = calls.write ? calls.write(static_cast<std::uint64_t>(offset), bytes)
+                                      : Transfer{0, std::errc::invalid_argument};
+    if (done.error != std::errc{}) {
+        fuse_reply_err(request, static_cast<int>(done.error));
+    } else {
+        fuse_reply_write(request, done.count);
+    }
+}
+
+/// The kernel passes request and argument as they are. What it copies by itself, for requests whose number
+/// tells direction and size, is not used: whoever answers reads the caller's memory.
+void controlFile(fuse_req_t request, fuse_ino_t, unsigned number, void* argument, fuse_file_info* info,
+                 unsigned flags, const void*, size_t, size_t) {
+    const FileCalls& calls = callsOf(request, info);
+    // A 32-bit program's records have another layout.
+    const bool isForeign = (flags & FUSE_IOCTL_COMPAT) != 0;
+    IoctlAnswer answer{0, std::errc::inappropriate_io_control_operation};
+    if (calls.ioctl && !isForeign) {
+        answer =
+            calls.ioctl({fuse_req_ctx(request)->pid, number, reinterpret_cast<std::uintptr_t>(argument)});
+    }
+    if (answer.error != std::errc{}) {
+        fuse_reply_err(request, static_cast<int>(answer.error));
+    } else {
+        fuse_reply_ioctl(request, answer.value, nullptr, 0);
     }
 }
 
@@ -125,15 +161,17 @@ fuse_lowlevel_ops operations() {
     table.getattr = getAttributes;
     table.setattr = setAttributes;
     table.open = openFile;
+    table.release = closeFile;
     table.read = readFile;
     table.write = writeFile;
+    table.ioctl = controlFile;
     return table;
 }
 
 }  // namespace
 
 FuseServer::FuseServer(Descriptor device, std::vector<ActingFile> files, std::function<void()> beforeRequest)
-    : state_(new State{std::move(files), std::move(beforeRequest)}) {
+    : state_(new State{{std::move(files)}, std::move(beforeRequest)}) {
     char name[] = "boardsim";
     char* words[] = {name, nullptr};
     fuse_args arguments = FUSE_ARGS_INIT(1, words);

@@ -11,7 +11,8 @@ namespace boardsim {
 
 /// Answers the kernel's requests for the acting files of a board, over the descriptor of a FUSE file system
 /// that is mounted already. The file system is one flat directory in which file number n has the name
-/// actingName(n). Nothing is cached; truncating is taken and means nothing. Not thread-safe.
+/// actingName(n). Nothing is cached; truncating is taken and means nothing. An ioctl() of a 32-bit program on
+/// a 64-bit system is refused with ENOTTY. Not thread-safe.
 /// Source: the FUSE protocol as libfuse's low-level interface presents it.
 class FuseServer {
 public:

@@ -1,0 +1,41 @@
+#include "Tools/boardsim/Board/BoardModels.h"
+
+#include <stdexcept>
+
+namespace boardsim {
+namespace {
+
+Transfer toTransfer(const ScreenAnswer& answer) {
+    return {answer.count, answer.error};
+}
+
+}  // namespace
+
+BoardModels::BoardModels(const BoardDescription& board, const BoardParts& missing, ScreenFault screen,
+                         const std::vector<Fault>& faults)
+    : screen_(board.panel, screen) {
+    if (!missing.has(BoardPart::Spi) && !missing.has(BoardPart::Screen)) {
+        addScreen(board.panelDirectory() + "/screen");
+    }
+    for (const Fault& fault : faults) {
+        apply(fault);
+    }
+}
+
+void BoardModels::apply(const Fault& fault) {
+    throw std::invalid_argument("--fault " + fault.text + ": the board has no devices of the kind '" +
+                                fault.kind + "'");
+}
+
+void BoardModels::addScreen(const std::string& path) {
+    FileCalls calls;
+    calls.read = [this](std::uint64_t offset, std::span<std::byte> into) {
+        return toTransfer(screen_.read(offset, into));
+    };
+    calls.write = [this](std::uint64_t offset, std::span<const std::byte> bytes) {
+        return toTransfer(screen_.write(offset, bytes));
+    };
+    files_.push_back(sharedFile(path, std::move(calls)));
+}
+
+}  // namespace boardsim
