@@ -133,6 +133,16 @@ TEST_F(CommandLineTest, AnUnknownPartIsAnsweredWithTheKnownOnes) {
                      "font-directory");
 }
 
+TEST_F(CommandLineTest, FaultsAreTakenInTheirOrder) {
+    const CommandLine result = read({"run", "--fault", "i2c:fan@0x48:nack", "--no-font", "--fault",
+                                     "i2c:psu@0x5b:value=3:times=1", "--", "prog"});
+    ASSERT_TRUE(result.run) << err;
+    ASSERT_EQ(2U, result.run->faults.size());
+    EXPECT_EQ("fan@0x48", result.run->faults[0].device);
+    EXPECT_EQ("3", result.run->faults[1].value);
+    expectUsageError({"run", "--fault", "nack", "--no-font", "--", "prog"}, "want KIND:DEVICE:ACTION");
+}
+
 TEST_F(CommandLineTest, HelpAndVersionGoToStandardOutputWithStatusZero) {
     EXPECT_EQ(0, read({"--help"}).status);
     EXPECT_THAT(out, HasSubstr("run"));

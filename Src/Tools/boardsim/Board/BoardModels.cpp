@@ -1,5 +1,7 @@
 #include "Tools/boardsim/Board/BoardModels.h"
 
+#include <stdexcept>
+
 namespace boardsim {
 namespace {
 
@@ -9,12 +11,24 @@ Transfer toTransfer(const ScreenAnswer& answer) {
 
 }  // namespace
 
-BoardModels::BoardModels(const BoardDescription& board, const BoardParts& missing, ScreenFault screen)
+BoardModels::BoardModels(const BoardDescription& board, const BoardParts& missing, ScreenFault screen,
+                         const std::vector<Fault>& faults)
     : screen_(board.panel, screen), registers_(board, std::chrono::steady_clock::now) {
     registers_.add({"panel", board.panelRegisters(), PanelRegisters::kBlockBytes, &panel_});
     if (!missing.has(BoardPart::Spi) && !missing.has(BoardPart::Screen)) {
         addScreen(board.panelDirectory() + "/screen");
     }
+    for (const Fault& fault : faults) {
+        apply(fault);
+    }
+}
+
+void BoardModels::apply(const Fault& fault) {
+    if (registers_.apply(fault)) {
+        return;
+    }
+    throw std::invalid_argument("--fault " + fault.text + ": the board has no devices of the kind '" +
+                                fault.kind + "'");
 }
 
 void BoardModels::addScreen(const std::string& path) {

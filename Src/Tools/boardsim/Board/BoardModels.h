@@ -5,6 +5,7 @@
 #include "Tools/boardsim/Board/BoardDescription.h"
 #include "Tools/boardsim/Board/BoardPart.h"
 #include "Tools/boardsim/Board/BoardRegisters.h"
+#include "Tools/boardsim/Board/Fault.h"
 #include "Tools/boardsim/Host/ActingFile.h"
 #include "Tools/boardsim/Models/PanelRegisters.h"
 #include "Tools/boardsim/Models/PanelScreen.h"
@@ -15,7 +16,9 @@ namespace boardsim {
 class BoardModels {
 public:
     /// @param missing what the board lacks.
-    BoardModels(const BoardDescription& board, const BoardParts& missing, ScreenFault screen);
+    /// @throws std::invalid_argument when no device of the board can have one of the faults.
+    BoardModels(const BoardDescription& board, const BoardParts& missing, ScreenFault screen,
+                const std::vector<Fault>& faults);
     BoardModels(const BoardModels&) = delete;
     BoardModels& operator=(const BoardModels&) = delete;
 
@@ -31,6 +34,7 @@ public:
 
 private:
     void addScreen(const std::string& path);
+    void apply(const Fault& fault);
 
     PanelScreen screen_;
     PanelRegisters panel_;

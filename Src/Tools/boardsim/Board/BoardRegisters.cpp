@@ -4,6 +4,7 @@
 #include <array>
 #include <cinttypes>
 #include <cstdio>
+#include <stdexcept>
 #include <utility>
 
 #include "Tools/boardsim/Models/Dp83867.h"
@@ -28,14 +29,46 @@ SpiSlave makeShiftRegister() {
 
 BoardRegisters::BoardRegisters(const BoardDescription& board, const ModelClock& clock)
     : mdioMaster_(mdio_, clock), mac_(clock), spi_(clock) {
+    weaknesses_ = {
+        {"mdio", board.mdioCore, "busy", [this](const FaultSchedule& when) { mdioMaster_.hang(when); }},
+        {"mac", board.macCore, "reset", [this](const FaultSchedule& when) { mac_.hangInReset(when); }},
+    };
     for (const MdioPhy& phy : board.phys) {
-        phys_.push_back(makePhy(phy.model, clock));
-        mdio_.attach(phy.address, *phys_.back());
+        addPhy(board.mdioCore, phy, clock);
     }
     spi_.attach(0, makeShiftRegister());
     add({board.mdioCore, board.addressOf(board.mdioCore), MdioMaster::kBytes, &mdioMaster_, true});
     add({board.macCore, board.addressOf(board.macCore), TripleSpeedMac::kBytes, &mac_, true});
     add({board.spiMasterCore, board.addressOf(board.spiMasterCore), SpiMaster::kBytes, &spi_, true});
+}
+
+void BoardRegisters::addPhy(const std::string& core, const MdioPhy& description, const ModelClock& clock) {
+    phys_.push_back(makePhy(description.model, clock));
+    Phy& phy = *phys_.back();
+    mdio_.attach(description.address, phy);
+    const std::string device = core + "@" + std::to_string(description.address);
+    weaknesses_.push_back(
+        {"mdio", device, "no-answer", [&phy](const FaultSchedule& when) { phy.beSilent(when); }});
+    weaknesses_.push_back(
+        {"mdio", device, "link-down", [&phy](const FaultSchedule& when) { phy.loseLink(when); }});
+}
+
+bool BoardRegisters::apply(const Fault& fault) {
+    std::string known;
+    for (const Weakness& weakness : weaknesses_) {
+        if (weakness.kind != fault.kind) {
+            continue;
+        }
+        if (weakness.device == fault.device && weakness.action == fault.action && fault.value.empty()) {
+            weakness.strike(fault.schedule);
+            return true;
+        }
+        known += (known.empty() ? "" : ", ") + weakness.kind + ":" + weakness.device + ":" + weakness.action;
+    }
+    if (!known.empty()) {
+        throw std::invalid_argument("--fault " + fault.text + ": there are " + known);
+    }
+    return false;
 }
 
 const PlacedBlock* BoardRegisters::find(std::uint64_t offset) const {

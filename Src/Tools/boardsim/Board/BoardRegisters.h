@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "Tools/boardsim/Board/BoardDescription.h"
+#include "Tools/boardsim/Board/Fault.h"
 #include "Tools/boardsim/Models/MdioMaster.h"
 #include "Tools/boardsim/Models/RegisterBlock.h"
 #include "Tools/boardsim/Models/SpiMaster.h"
@@ -41,16 +42,33 @@ public:
     /// Where the blocks are that act: first and last byte offsets in hexadecimal, "800-803,2000-23ff".
     std::string actingRanges() const;
 
+    /// Makes a device misbehave: "mdio:CORE:busy", "mdio:CORE@ADDRESS:no-answer",
+    /// "mdio:CORE@ADDRESS:link-down", "mac:CORE:reset".
+    /// @return false when no device here is of that kind
+    /// @throws std::invalid_argument when the kind has no such device, or it cannot do that
+    bool apply(const Fault& fault);
+
     /// Every frame on the MDIO bus is told to `listener`.
     void listen(std::function<void(const MdioFrame&)> listener) { mdio_.listen(std::move(listener)); }
 
 private:
+    /// What can go wrong, in the words of the command line.
+    struct Weakness {
+        std::string kind;
+        std::string device;
+        std::string action;
+        std::function<void(const FaultSchedule&)> strike;
+    };
+
+    void addPhy(const std::string& core, const MdioPhy& phy, const ModelClock& clock);
+
     std::vector<std::unique_ptr<Phy>> phys_;
     MdioBus mdio_;
     MdioMaster mdioMaster_;
     TripleSpeedMac mac_;
     SpiMaster spi_;
     std::vector<PlacedBlock> blocks_;
+    std::vector<Weakness> weaknesses_;
 };
 
 }  // namespace boardsim

@@ -25,6 +25,7 @@ struct RawOptions {
     std::optional<std::string> screen;
     std::string font;
     std::vector<std::string> without;
+    std::vector<std::string> faults;
     bool noFont = false;
     double timeoutSeconds = 0;
 };
@@ -76,6 +77,9 @@ void declareOptions(CLI::App& run, RunOptions& options, RawOptions& raw) {
     run.add_option("--without", raw.without, "leave out a part, repeatable: " + allPartNames())
         ->allow_extra_args(false);
     run.add_option("--screen", raw.screen, "a screen that misbehaves: one-byte, failing, full[:BYTES]");
+    run.add_option("--fault", raw.faults,
+                   "a device that misbehaves, repeatable: KIND:DEVICE:ACTION[=VALUE][:after=N][:times=N]")
+        ->allow_extra_args(false);
 }
 
 void takeParts(RunOptions& options, const RawOptions& raw) {
@@ -120,6 +124,9 @@ RunOptions checkedOptions(RunOptions options, const RawOptions& raw) {
     if (raw.timeoutSeconds > 0) {
         options.timeout =
             std::chrono::round<std::chrono::milliseconds>(std::chrono::duration<double>(raw.timeoutSeconds));
+    }
+    for (const std::string& fault : raw.faults) {
+        options.faults.push_back(parseFault(fault));
     }
     takeParts(options, raw);
     takeFont(options, raw);

@@ -66,7 +66,7 @@ int runProgramOnBoard(const RunOptions& options) {
     try {
         Outputs outputs(options);
         const BoardDescription& board = orcaBoard();
-        BoardModels models(board, options.missing, options.screen);
+        BoardModels models(board, options.missing, options.screen, options.faults);
         const WorldPlan plan =
             planWorld(board, options.missing, options.font, models.files(), !options.traceFile.empty());
         ProgramStart start{options.program};

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "Tools/boardsim/Board/BoardPart.h"
+#include "Tools/boardsim/Board/Fault.h"
 #include "Tools/boardsim/Models/PanelScreen.h"
 #include "Tools/boardsim/Operator/KeyScript.h"
 
@@ -26,6 +27,7 @@ struct RunOptions {
     std::string font = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";  ///< absolute
     BoardParts missing;
     ScreenFault screen;
+    std::vector<Fault> faults;
 };
 
 }  // namespace boardsim

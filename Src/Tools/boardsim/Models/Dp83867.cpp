@@ -13,32 +13,32 @@ constexpr unsigned kResetControl = 31;
 
 /// In the order of the data sheet's table of registers: value after power-on, bits that can be written.
 constexpr std::array kAfterPowerOn{
-    Phy::Register{0x00, 0x1140, 0x7D80},             // BMCR: autonegotiation, full duplex, 1000 Mbit/s
-    Phy::Register{0x01, 0x7949, 0},                  // BMSR: 10 and 100 Mbit/s, extended status
-    Phy::Register{0x02, 0x2000, 0},                  // PHYIDR1
-    Phy::Register{0x03, 0xA231, 0},                  // PHYIDR2: model 0x23, revision 1
-    Phy::Register{0x04, 0x01E1, 0xBFFF},             // ANAR
-    Phy::Register{0x05, 0x0000, 0},                  // ALNPAR
-    Phy::Register{0x06, 0x0064, 0},                  // ANER: next pages
-    Phy::Register{0x07, 0x2001, 0xBFFF},             // ANNPTR
-    Phy::Register{0x08, 0x2001, 0},                  // ANLNPTR
-    Phy::Register{0x09, 0x0300, 0xFF00},             // CFG1: 1000BASE-T full and half duplex
-    Phy::Register{0x0A, 0x0000, 0},                  // STS1
+    Phy::Register{0x00, 0x1140, 0x7D80},              // BMCR: autonegotiation, full duplex, 1000 Mbit/s
+    Phy::Register{0x01, 0x7949, 0},                   // BMSR: 10 and 100 Mbit/s, extended status
+    Phy::Register{0x02, 0x2000, 0},                   // PHYIDR1
+    Phy::Register{0x03, 0xA231, 0},                   // PHYIDR2: model 0x23, revision 1
+    Phy::Register{0x04, 0x01E1, 0xBFFF},              // ANAR
+    Phy::Register{0x05, 0x0000, 0},                   // ALNPAR
+    Phy::Register{0x06, 0x0064, 0},                   // ANER: next pages
+    Phy::Register{0x07, 0x2001, 0xBFFF},              // ANNPTR
+    Phy::Register{0x08, 0x2001, 0},                   // ANLNPTR
+    Phy::Register{0x09, 0x0300, 0xFF00},              // CFG1: 1000BASE-T full and half duplex
+    Phy::Register{0x0A, 0x0000, 0},                   // STS1
     Phy::Register{kExtendedControl, 0x0000, 0xC01F},  // REGCR
-    Phy::Register{0x0F, 0x3000, 0},                  // 1KSCR: 1000BASE-T full and half duplex
-    Phy::Register{0x10, 0x5848, 0xFFF7},             // PHYCR: SGMII by strap
-    Phy::Register{kPhyStatus, 0x0000, 0},            // PHYSTS: see phyStatus()
-    Phy::Register{0x12, 0x0000, 0xFFFF},             // MICR
-    Phy::Register{0x13, 0x0000, 0},                  // ISR
-    Phy::Register{0x14, 0x29C7, 0xFFFF},             // CFG2
-    Phy::Register{0x15, 0x0000, 0},                  // RECR
-    Phy::Register{0x16, 0x0000, 0xFFFF},             // BISCR
-    Phy::Register{0x17, 0x0040, 0},                  // STS2
-    Phy::Register{0x18, 0x6150, 0xFFFF},             // LEDCR1: what each LED shows
-    Phy::Register{0x19, 0x4444, 0x7777},             // LEDCR2: polarity, forced values
-    Phy::Register{0x1A, 0x0002, 0x0007},             // LEDCR3: blink rate
-    Phy::Register{0x1E, 0x0002, 0xFFFF},             // CFG3
-    Phy::Register{kResetControl, 0x0000, 0},         // CTRL: see writeResetControl()
+    Phy::Register{0x0F, 0x3000, 0},                   // 1KSCR: 1000BASE-T full and half duplex
+    Phy::Register{0x10, 0x5848, 0xFFF7},              // PHYCR: SGMII by strap
+    Phy::Register{kPhyStatus, 0x0000, 0},             // PHYSTS: see phyStatus()
+    Phy::Register{0x12, 0x0000, 0xFFFF},              // MICR
+    Phy::Register{0x13, 0x0000, 0},                   // ISR
+    Phy::Register{0x14, 0x29C7, 0xFFFF},              // CFG2
+    Phy::Register{0x15, 0x0000, 0},                   // RECR
+    Phy::Register{0x16, 0x0000, 0xFFFF},              // BISCR
+    Phy::Register{0x17, 0x0040, 0},                   // STS2
+    Phy::Register{0x18, 0x6150, 0xFFFF},              // LEDCR1: what each LED shows
+    Phy::Register{0x19, 0x4444, 0x7777},              // LEDCR2: polarity, forced values
+    Phy::Register{0x1A, 0x0002, 0x0007},              // LEDCR3: blink rate
+    Phy::Register{0x1E, 0x0002, 0xFFFF},              // CFG3
+    Phy::Register{kResetControl, 0x0000, 0},          // CTRL: see writeResetControl()
 };
 
 struct ExtendedRegister {

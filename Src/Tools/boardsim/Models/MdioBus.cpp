@@ -17,9 +17,9 @@ void MdioBus::write(unsigned address, unsigned reg, std::uint16_t data) {
     tell({true, address, reg, data, phy != nullptr});
 }
 
-Phy* MdioBus::answering(unsigned address) const {
+Phy* MdioBus::answering(unsigned address) {
     Phy* phy = phys_[address];
-    return phy && phy->isAnswering() ? phy : nullptr;
+    return phy && phy->answers() ? phy : nullptr;
 }
 
 void MdioBus::tell(const MdioFrame& frame) const {

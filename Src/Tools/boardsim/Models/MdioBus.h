@@ -36,7 +36,7 @@ public:
     void write(unsigned address, unsigned reg, std::uint16_t data);
 
 private:
-    Phy* answering(unsigned address) const;
+    Phy* answering(unsigned address);
     void tell(const MdioFrame& frame) const;
 
     std::array<Phy*, kAddresses> phys_{};

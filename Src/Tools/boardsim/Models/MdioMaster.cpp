@@ -48,12 +48,12 @@ Refusal MdioMaster::write(std::uint32_t offset, unsigned width, std::uint64_t va
         data_ = bus_.read(phy, reg);
     }
     frameEnd_ = clock_() + kFrameTime;
-    isHanging_ = isStuck_;
+    isHanging_ = hang_ && hang_->strikes();
     return std::nullopt;
 }
 
 std::uint32_t MdioMaster::busyBits() const {
-    if (isStuck_ && isHanging_) {
+    if (isHanging_) {
         return kOnWires | kNotReady;
     }
     const ModelTime now = clock_();

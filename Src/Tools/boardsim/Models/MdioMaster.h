@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Tools/boardsim/Models/FaultSchedule.h"
 #include "Tools/boardsim/Models/MdioBus.h"
 #include "Tools/boardsim/Models/ModelClock.h"
 #include "Tools/boardsim/Models/RegisterBlock.h"
@@ -35,8 +36,8 @@ public:
     /// Refuses what is no frame, and any frame while another is on the wires.
     Refusal write(std::uint32_t offset, unsigned width, std::uint64_t value) override;
 
-    /// A fault: from the next frame on the master stays busy for ever; it works again when the fault is gone.
-    void setStuck(bool isStuck) { isStuck_ = isStuck; }
+    /// A fault: after a frame that `when` strikes the master is busy for ever.
+    void hang(const FaultSchedule& when) { hang_ = when; }
 
 private:
     std::uint32_t busyBits() const;
@@ -45,8 +46,8 @@ private:
     ModelClock clock_;
     ModelTime frameEnd_{};
     std::uint16_t data_ = 0;
-    bool isStuck_ = false;
-    bool isHanging_ = false;  ///< a frame was sent while the master was stuck
+    std::optional<FaultSchedule> hang_;
+    bool isHanging_ = false;
 };
 
 }  // namespace boardsim

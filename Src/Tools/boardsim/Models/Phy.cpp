@@ -88,11 +88,9 @@ void Phy::write(unsigned reg, std::uint16_t value) {
     }
 }
 
-void Phy::setCable(bool isPluggedIn) {
-    if (hasCable_ != isPluggedIn) {
-        restartLink();
-    }
-    hasCable_ = isPluggedIn;
+void Phy::loseLink(const FaultSchedule& when) {
+    loss_ = when;
+    restartLink();
 }
 
 void Phy::store(unsigned reg, std::uint16_t value) {
@@ -110,6 +108,7 @@ void Phy::restartLink() {
     linkUp_ = clock_() + kNegotiationTime;
     advertised_ = stored(kAdvertisement);
     advertisedGigabit_ = stored(kGigabitControl);
+    hasPartner_ = !loss_ || !loss_->strikes();
     linkWasDown_ = true;
     pageWasTaken_ = false;
     pageWasShown_ = false;
@@ -161,12 +160,13 @@ bool Phy::takePageReceived() {
 }
 
 bool Phy::hasNegotiated() const {
-    const bool canNegotiate = hasCable_ && (stored(kControl) & kNegotiate) && !(stored(kControl) & kPowerDown);
+    const bool canNegotiate =
+        hasPartner_ && (stored(kControl) & kNegotiate) && !(stored(kControl) & kPowerDown);
     return canNegotiate && clock_() >= linkUp_ && negotiated();
 }
 
 std::optional<Phy::Link> Phy::link() const {
-    if (!hasCable_ || (stored(kControl) & kPowerDown) || clock_() < linkUp_) {
+    if (!hasPartner_ || (stored(kControl) & kPowerDown) || clock_() < linkUp_) {
         return std::nullopt;
     }
     return stored(kControl) & kNegotiate ? negotiated() : forced();

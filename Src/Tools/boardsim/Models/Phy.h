@@ -5,6 +5,7 @@
 #include <optional>
 #include <span>
 
+#include "Tools/boardsim/Models/FaultSchedule.h"
 #include "Tools/boardsim/Models/ModelClock.h"
 
 namespace boardsim {
@@ -43,18 +44,22 @@ public:
     virtual std::uint16_t read(unsigned reg);
     virtual void write(unsigned reg, std::uint16_t value);
 
-    /// Faults. A PHY that does not answer is none on the bus; one whose cable is out has no link.
-    void setAnswering(bool isAnswering) { isAnswering_ = isAnswering; }
-    bool isAnswering() const { return isAnswering_; }
-    void setCable(bool isPluggedIn);
+    /// A fault: frames that `when` strikes find nobody at the PHY's address.
+    void beSilent(const FaultSchedule& when) { silence_ = when; }
+
+    /// To be asked once for every frame. @return whether the PHY takes part in it
+    bool answers() { return !silence_ || !silence_->strikes(); }
+
+    /// A fault: the link is made anew, and whenever `when` strikes it does not come up.
+    void loseLink(const FaultSchedule& when);
 
 protected:
     /// @param registers of the chip, those of clause 22 included. What is not listed reads 0 and cannot be
     ///                  written. The table outlives the PHY.
     Phy(std::span<const Register> registers, ModelClock clock);
 
-    /// What a chip makes of registers 11-14 and 16-31, and how it resets. By default they are plain memory and
-    /// reset puts every register back.
+    /// What a chip makes of registers 11-14 and 16-31, and how it resets. By default they are plain memory
+    /// and reset puts every register back.
     virtual std::uint16_t readOwn(unsigned reg) { return stored(reg); }
     virtual void writeOwn(unsigned reg, std::uint16_t value) { store(reg, value); }
     virtual void resetRegisters() { restoreAll(); }
@@ -94,14 +99,15 @@ private:
     std::array<std::uint16_t, kRegisters> values_{};
     std::array<std::uint16_t, kRegisters> writable_{};
     ModelTime resetEnd_{};
-    ModelTime linkUp_{};         ///< when the link comes up that is being made
+    ModelTime linkUp_{};                   ///< when the link comes up that is being made
     std::uint16_t advertised_ = 0;         ///< register 4 when the link was last made
     std::uint16_t advertisedGigabit_ = 0;  ///< register 9 at that moment
-    bool linkWasDown_ = true;    ///< since register 1 was read
-    bool pageWasTaken_ = false;  ///< the page of this negotiation
-    bool pageWasShown_ = false;  ///< the same, in the expansion register
-    bool hasCable_ = true;
-    bool isAnswering_ = true;
+    bool linkWasDown_ = true;              ///< since register 1 was read
+    bool pageWasTaken_ = false;            ///< the page of this negotiation
+    bool pageWasShown_ = false;            ///< the same, in the expansion register
+    bool hasPartner_ = true;
+    std::optional<FaultSchedule> silence_;
+    std::optional<FaultSchedule> loss_;
 };
 
 }  // namespace boardsim

@@ -12,25 +12,25 @@ constexpr unsigned kPage = 22;
 
 /// Page 0: value after a hardware reset, bits that can be written.
 constexpr std::array kAfterPowerOn{
-    Phy::Register{0, 0x1140, 0x7D40},             // copper control: autonegotiation, full duplex, 1000 Mbit/s
-    Phy::Register{1, 0x7949, 0},                  // copper status: 10 and 100 Mbit/s, extended status
-    Phy::Register{2, 0x0141, 0},                  // PHY identifier 1
-    Phy::Register{3, 0x0DD1, 0},                  // PHY identifier 2: model 0x1D, revision 1
-    Phy::Register{4, 0x01E1, 0xBFE0},             // copper autonegotiation advertisement, IEEE 802.3
-    Phy::Register{5, 0x0000, 0},                  // link partner ability
-    Phy::Register{6, 0x0004, 0},                  // autonegotiation expansion: next pages
-    Phy::Register{7, 0x2001, 0xBFFF},             // next page transmit
-    Phy::Register{8, 0x0000, 0},                  // link partner next page
-    Phy::Register{9, 0x0300, 0xFF00},             // 1000BASE-T control: full and half duplex
-    Phy::Register{10, 0x0000, 0},                 // 1000BASE-T status
-    Phy::Register{15, 0x3000, 0},                 // extended status: 1000BASE-T full and half duplex
-    Phy::Register{16, 0x3060, 0xFFFF},            // copper specific control 1: crossover, downshift counter
-    Phy::Register{kCopperStatus, 0x0000, 0},      // copper specific status 1: see copperStatus()
-    Phy::Register{18, 0x0000, 0xFFFF},            // copper interrupt enable
-    Phy::Register{19, 0x0000, 0},                 // copper interrupt status
-    Phy::Register{20, 0x0000, 0xFFFF},            // copper specific control 2
-    Phy::Register{21, 0x0000, 0},                 // receive errors
-    Phy::Register{kPage, 0x0000, 0x00FF},         // page
+    Phy::Register{0, 0x1140, 0x7D40},         // copper control: autonegotiation, full duplex, 1000 Mbit/s
+    Phy::Register{1, 0x7949, 0},              // copper status: 10 and 100 Mbit/s, extended status
+    Phy::Register{2, 0x0141, 0},              // PHY identifier 1
+    Phy::Register{3, 0x0DD1, 0},              // PHY identifier 2: model 0x1D, revision 1
+    Phy::Register{4, 0x01E1, 0xBFE0},         // copper autonegotiation advertisement, IEEE 802.3
+    Phy::Register{5, 0x0000, 0},              // link partner ability
+    Phy::Register{6, 0x0004, 0},              // autonegotiation expansion: next pages
+    Phy::Register{7, 0x2001, 0xBFFF},         // next page transmit
+    Phy::Register{8, 0x0000, 0},              // link partner next page
+    Phy::Register{9, 0x0300, 0xFF00},         // 1000BASE-T control: full and half duplex
+    Phy::Register{10, 0x0000, 0},             // 1000BASE-T status
+    Phy::Register{15, 0x3000, 0},             // extended status: 1000BASE-T full and half duplex
+    Phy::Register{16, 0x3060, 0xFFFF},        // copper specific control 1: crossover, downshift counter
+    Phy::Register{kCopperStatus, 0x0000, 0},  // copper specific status 1: see copperStatus()
+    Phy::Register{18, 0x0000, 0xFFFF},        // copper interrupt enable
+    Phy::Register{19, 0x0000, 0},             // copper interrupt status
+    Phy::Register{20, 0x0000, 0xFFFF},        // copper specific control 2
+    Phy::Register{21, 0x0000, 0},             // receive errors
+    Phy::Register{kPage, 0x0000, 0x00FF},     // page
 };
 
 struct PagedRegister {

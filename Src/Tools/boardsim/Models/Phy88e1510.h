@@ -8,8 +8,8 @@
 namespace boardsim {
 
 /// The 88E1510 with its copper interface: register 22 selects the page that all other registers belong to.
-/// Pages 0 (copper), 2 (MAC interface) and 3 (LEDs) have registers here; others read 0. A software reset keeps
-/// what is advertised, what the LEDs show and the page, as the data sheet's "SW Rst" columns say.
+/// Pages 0 (copper), 2 (MAC interface) and 3 (LEDs) have registers here; others read 0. A software reset
+/// keeps what is advertised, what the LEDs show and the page, as the data sheet's "SW Rst" columns say.
 /// Source: 88E1510 data sheet, section "Register Description".
 class Phy88e1510 final : public Phy {
 public:
@@ -25,7 +25,7 @@ private:
     bool isOnFurtherPage(unsigned reg) const;
     std::uint16_t copperStatus();
 
-    using Place = std::pair<unsigned, unsigned>;    ///< page and register
+    using Place = std::pair<unsigned, unsigned>;   ///< page and register
     std::map<Place, std::uint16_t> furtherPages_;  ///< registers of the pages behind page 0
 };
 

@@ -12,8 +12,8 @@ namespace boardsim {
 /// What hangs on an SPI master: it gets a word and shifts another one out at the same time.
 using SpiSlave = std::function<std::uint32_t(std::uint32_t word)>;
 
-/// The SPI core in master mode: 32-bit words, 32 slave selects, 10 MHz, one word in the shifter and one waiting
-/// for it. Registers are 32 bits wide, their numbers times 4 are byte offsets:
+/// The SPI core in master mode: 32-bit words, 32 slave selects, 10 MHz, one word in the shifter and one
+/// waiting for it. Registers are 32 bits wide, their numbers times 4 are byte offsets:
 ///
 /// | offset | register    | after reset | content                                                       |
 /// |--------|-------------|-------------|---------------------------------------------------------------|
@@ -62,8 +62,8 @@ private:
     ModelTime shiftEnd_{};
     bool isShifting_ = false;
     bool isWaiting_ = false;
-    bool isReceived_ = false;   ///< RRDY
-    bool hasOverrun_ = false;   ///< ROE
+    bool isReceived_ = false;    ///< RRDY
+    bool hasOverrun_ = false;    ///< ROE
     bool hasOverflown_ = false;  ///< TOE
 };
 

@@ -117,12 +117,12 @@ void TripleSpeedMac::writeCommand(std::uint32_t value) {
     }
     if (value & kSoftwareReset) {
         resetEnd_ = clock_() + kResetTime;
-        isResetHanging_ = isResetStuck_;
+        isHanging_ = hang_ && hang_->strikes();
     }
 }
 
 bool TripleSpeedMac::isResetting() const {
-    return (isResetStuck_ && isResetHanging_) || clock_() < resetEnd_;
+    return isHanging_ || clock_() < resetEnd_;
 }
 
 bool TripleSpeedMac::isRunning() const {

@@ -2,14 +2,16 @@
 
 #include <cstdint>
 #include <map>
+#include <optional>
 
+#include "Tools/boardsim/Models/FaultSchedule.h"
 #include "Tools/boardsim/Models/ModelClock.h"
 #include "Tools/boardsim/Models/RegisterBlock.h"
 
 namespace boardsim {
 
-/// The triple-speed Ethernet MAC with its PCS for SGMII: what a program configures. No frame passes through it.
-/// Registers are 32 bits wide; those of the PCS (from 0x200) use 16 bits. Values after reset stand in the
+/// The triple-speed Ethernet MAC with its PCS for SGMII: what a program configures. No frame passes through
+/// it. Registers are 32 bits wide; those of the PCS (from 0x200) use 16 bits. Values after reset stand in the
 /// .cpp's table. Not thread-safe.
 ///
 /// A software reset (bit 13 of command_config) switches transmitter and receiver off, clears the counters and
@@ -29,9 +31,8 @@ public:
     /// refused changes nothing.
     Refusal write(std::uint32_t offset, unsigned width, std::uint64_t value) override;
 
-    /// A fault: a software reset that is begun from now on never ends; one that hangs is over when the fault
-    /// is gone.
-    void setResetStuck(bool isStuck) { isResetStuck_ = isStuck; }
+    /// A fault: a software reset that `when` strikes never ends.
+    void hangInReset(const FaultSchedule& when) { hang_ = when; }
 
 private:
     void writeCommand(std::uint32_t value);
@@ -41,8 +42,8 @@ private:
     ModelClock clock_;
     std::map<std::uint32_t, std::uint32_t> values_;  ///< by byte offset
     ModelTime resetEnd_{};
-    bool isResetStuck_ = false;
-    bool isResetHanging_ = false;  ///< a reset was begun while the fault was there
+    std::optional<FaultSchedule> hang_;
+    bool isHanging_ = false;
 };
 
 }  // namespace boardsim
