@@ -6,9 +6,9 @@
 
 #include <functional>
 #include <string>
-#include <string_view>
 #include <vector>
 
+#include "Tests/HAL/Checksum.h"
 #include "Tests/Support/PrivateWorld.h"
 
 namespace {
@@ -20,19 +20,6 @@ using testing::internal::CaptureStdout;
 using testing::internal::GetCapturedStdout;
 using Valen::Eeprom;
 using Valen::SafeFileDescriptor;
-
-/// CRC-16, polynomial 1021, bit by bit.
-unsigned int crcOf(std::string_view bytes) {
-    unsigned int crc = 0;
-    for (const char byte : bytes) {
-        crc ^= static_cast<unsigned int>(static_cast<unsigned char>(byte)) << 8;
-        for (int bit = 0; bit < 8; ++bit) {
-            crc = (crc & 0x8000) != 0 ? crc << 1 ^ 0x1021 : crc << 1;
-        }
-        crc &= 0xFFFF;
-    }
-    return crc;
-}
 
 std::string littleEndian(unsigned int word) {
     return {static_cast<char>(word & 0xFF), static_cast<char>(word >> 8)};

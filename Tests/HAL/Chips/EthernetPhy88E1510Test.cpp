@@ -14,13 +14,6 @@ using Valen::HAL::EthernetPhy88E1510;
 using Valen::HAL::GenericEthernetPhy;
 using enum Enums::LEDState::LEDState_T;
 
-MdioAccess write(int reg, int value) {
-    return RecordedMdio::write(reg, value);
-}
-MdioAccess read(int reg, int value) {
-    return RecordedMdio::read(reg, value);
-}
-
 GenericEthernetPhy::SPEED speedOf(int number) {
     return static_cast<GenericEthernetPhy::SPEED>(number);
 }
@@ -177,19 +170,6 @@ TEST_F(EthernetPhy88E1510Test, AsUserPortItsLedsGoOff) {
     EXPECT_THAT(mdio->accesses, ElementsAre(write(22, 3), write(16, 0x0888), write(22, 0)));
     EXPECT_TRUE(phy.initUserEth());
     EXPECT_EQ(3U, mdio->accesses.size());
-}
-
-TEST_F(EthernetPhy88E1510Test, ASubclassShowsTheUserPortsLedsItsOwnWay) {
-    class OtherLeds : public EthernetPhy88E1510 {
-    public:
-        bool setLeds(Enums::LEDState::LEDState_T a, Enums::LEDState::LEDState_T b) override {
-            return a == Off && b == Off && setReg(24, 7);
-        }
-    };
-    OtherLeds other;
-    other.setMDIO(mdio);
-    EXPECT_TRUE(other.initUserEth());
-    EXPECT_THAT(mdio->accesses, ElementsAre(write(24, 7)));
 }
 
 TEST_F(EthernetPhy88E1510Test, HasNothingToStartAndCannotTellWhetherThereIsALink) {

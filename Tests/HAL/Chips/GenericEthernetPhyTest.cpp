@@ -23,7 +23,7 @@ TEST_F(GenericEthernetPhyTest, TheIdentifierIsInRegistersTwoAndThree) {
     mdio->registers = {{2, 0x2000}, {3, 0xA231}};
     EXPECT_EQ(0x2000, phy.getPhyId1());
     EXPECT_EQ(0xA231, phy.getPhyId2());
-    EXPECT_THAT(mdio->accesses, ElementsAre(RecordedMdio::read(2, 0x2000), RecordedMdio::read(3, 0xA231)));
+    EXPECT_THAT(mdio->accesses, ElementsAre(read(2, 0x2000), read(3, 0xA231)));
 }
 
 TEST_F(GenericEthernetPhyTest, AnIdentifierThatCannotBeReadIsMinusOne) {

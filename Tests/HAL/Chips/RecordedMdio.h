@@ -17,15 +17,19 @@ struct MdioAccess {
 };
 std::ostream& operator<<(std::ostream& out, const MdioAccess& access);
 
+inline MdioAccess write(int reg, int value) {
+    return {true, reg, value};
+}
+inline MdioAccess read(int reg, int value) {
+    return {false, reg, value};
+}
+
 /// A PHY of plain registers that records every access and can fail one of them.
 class RecordedMdio : public Valen::HAL::MDIO {
 public:
     bool setReg(int reg, int value) override;
     int getReg(int reg) override;
     void changePhyAddress(int phyAddress) override;
-
-    static MdioAccess write(int reg, int value) { return {true, reg, value}; }
-    static MdioAccess read(int reg, int value) { return {false, reg, value}; }
 
     static constexpr std::size_t kNone = ~std::size_t{0};
 

@@ -50,7 +50,7 @@ protected:
 
 TEST_F(W1TempRoundTest, AnEmptyRoundWaitsTenSeconds) {
     EXPECT_EQ(10'000, round.step());
-    EXPECT_EQ(0, W1TempRound().hasExactlyOne());
+    EXPECT_FALSE(W1TempRound().hasExactlyOne());
 }
 
 TEST_F(W1TempRoundTest, EachStepReadsOneSensorInTurn) {

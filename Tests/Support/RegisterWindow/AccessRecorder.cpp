@@ -51,13 +51,14 @@ void AccessRecorder::onWrite(std::uint64_t offset, WriteAction action) {
     letTheCompilerSeeAccesses();
 }
 
-void AccessRecorder::beforeRead(std::span<std::byte> memory, std::uint64_t offset) {
+std::optional<std::uint64_t> AccessRecorder::beforeRead(std::span<std::byte> memory, std::uint64_t offset) {
     const auto found = sequences_.find(offset);
     if (found == sequences_.end() || found->second.next == found->second.values.size()) {
-        return;
+        return std::nullopt;
     }
     const std::uint64_t value = found->second.values[found->second.next++];
     std::memcpy(memory.data(), &value, std::min(memory.size(), sizeof value));
+    return std::nullopt;
 }
 
 void AccessRecorder::afterAccess(const boardsim::RegisterAccess& access, std::span<std::byte>) {

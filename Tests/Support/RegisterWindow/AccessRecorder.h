@@ -24,7 +24,7 @@ public:
     void onRead(std::uint64_t offset, std::vector<std::uint64_t> values);
     void onWrite(std::uint64_t offset, WriteAction action);
 
-    void beforeRead(std::span<std::byte> memory, std::uint64_t offset) override;
+    std::optional<std::uint64_t> beforeRead(std::span<std::byte> memory, std::uint64_t offset) override;
     void afterAccess(const boardsim::RegisterAccess& access, std::span<std::byte> memory) override;
 
 private:

@@ -55,19 +55,19 @@ TEST(PanelRegistersTest, TheEncoderPositionWrapsBothWays) {
 
 TEST(PanelRegistersTest, TheLedTakesItsTwoBits) {
     PanelRegisters panel;
-    EXPECT_TRUE(panel.write(0x0, 32, 3));
+    EXPECT_FALSE(panel.write(0x0, 4, 3));
     EXPECT_EQ(3U, panel.led());
-    EXPECT_TRUE(panel.write(0x0, 32, 0));
+    EXPECT_FALSE(panel.write(0x0, 4, 0));
     EXPECT_EQ(0U, panel.led());
 }
 
 TEST(PanelRegistersTest, WrongWritesAreRefusedAndChangeNothing) {
     PanelRegisters panel;
     panel.operate(PanelKey::Left);
-    EXPECT_FALSE(panel.write(0x4, 32, 0)) << "the counters are read-only";
-    EXPECT_FALSE(panel.write(0x0, 8, 1)) << "the bus is 32 bits wide";
-    EXPECT_FALSE(panel.write(0x0, 32, 4)) << "there are two LED bits";
-    EXPECT_FALSE(panel.write(0x8, 32, 0)) << "there is no such register";
+    EXPECT_TRUE(panel.write(0x4, 4, 0)) << "the counters are read-only";
+    EXPECT_TRUE(panel.write(0x0, 1, 1)) << "the bus is 32 bits wide";
+    EXPECT_TRUE(panel.write(0x0, 4, 4)) << "there are two LED bits";
+    EXPECT_TRUE(panel.write(0x8, 4, 0)) << "there is no such register";
     EXPECT_EQ(1U, panel.counters());
     EXPECT_EQ(0U, panel.led());
 }

@@ -50,6 +50,8 @@ BoardDescription makeOrca() {
         {"subsys_hps_oled_spi", 0x00020000, {0x00000FC0}},
         {"subsys_hps_oled_io_spi", 0x00010003, {0x00001005}},
         {"version_only", 0x00010000, {}},
+        {"subsys_hps_eth_mac", 0x00010000, {0x00002003}},
+        {"subsys_hps_ext_spi", 0x00010000, {0x00002401}},
     };
     board.panelSpiCore = "subsys_hps_oled_spi";
     board.panelRegisterCore = "subsys_hps_oled_io_spi";
@@ -58,15 +60,19 @@ BoardDescription makeOrca() {
     board.gpioChips = {{"reset_pio", 480, 16}, {"oled_pio", 496, 8}, {"misc_pio", 504, 8}};
     board.cpldCores = {{"cardid", 0x00010000, {0x00000041}}, {"bus_breakout", 0x00010000, {0x00000080}}};
     board.cpld = makeCpld();
+    board.mdioCore = "ethernet_mdio";
+    board.phys = {{0, PhyModel::Dp83867}, {1, PhyModel::Phy88e1510}};
+    board.macCore = "subsys_hps_eth_mac";
+    board.spiMasterCore = "subsys_hps_ext_spi";
     return board;
 }
 
 }  // namespace
 
-std::uint32_t BoardDescription::panelRegisters() const {
-    const auto core =
-        std::find_if(cores.begin(), cores.end(), [&](const Core& c) { return c.name == panelRegisterCore; });
-    return core->addresses.front() & kAddressMask;
+std::uint32_t BoardDescription::addressOf(std::string_view core) const {
+    const auto found =
+        std::find_if(cores.begin(), cores.end(), [&](const Core& c) { return c.name == core; });
+    return found->addresses.front() & kAddressMask;
 }
 
 std::string BoardDescription::panelDirectory() const {

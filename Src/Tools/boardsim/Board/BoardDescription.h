@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "Tools/boardsim/Board/Layout.h"
@@ -11,6 +12,14 @@
 #include "Tools/boardsim/Models/PanelScreen.h"
 
 namespace boardsim {
+
+enum class PhyModel : std::uint8_t { Dp83867, Phy88e1510 };
+
+/// A PHY on the board's MDIO bus.
+struct MdioPhy {
+    unsigned address = 0;  ///< 0-31
+    PhyModel model = PhyModel::Dp83867;
+};
 
 /// What a board consists of, without saying how a program reaches it.
 struct BoardDescription {
@@ -30,8 +39,16 @@ struct BoardDescription {
     std::vector<Core> cpldCores{};  ///< of the second programmable device, in the order of its layout file
     std::vector<std::uint32_t> cpld{};  ///< its registers from address 0, as words
 
-    /// Byte offset of the panel's registers in the register space.
-    std::uint32_t panelRegisters() const;
+    // Cores whose registers act.
+    std::string mdioCore{};  ///< the master of the MDIO bus
+    std::vector<MdioPhy> phys{};
+    std::string macCore{};        ///< a triple-speed MAC
+    std::string spiMasterCore{};  ///< an SPI master without a kernel driver; a word comes back with the next
+
+    /// Byte offset of a core of the board in the register space.
+    std::uint32_t addressOf(std::string_view core) const;
+
+    std::uint32_t panelRegisters() const { return addressOf(panelRegisterCore); }
 
     /// The directory of the screen's SPI device.
     std::string panelDirectory() const;

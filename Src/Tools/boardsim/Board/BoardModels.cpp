@@ -14,9 +14,11 @@ Transfer toTransfer(const ScreenAnswer& answer) {
 BoardModels::BoardModels(const BoardDescription& board, const BoardParts& missing, ScreenFault screen,
                          const std::vector<Fault>& faults)
     : screen_(board.panel, screen),
+      registers_(board, std::chrono::steady_clock::now),
       w1_(missing.has(BoardPart::W1) ? std::vector<W1BusPart>{} : board.w1Buses,
           [this](const std::string& line) { tell(line); }),
       gpio_(board.gpioChips, [this](const std::string& line) { tell(line); }) {
+    registers_.add({"panel", board.panelRegisters(), PanelRegisters::kBlockBytes, &panel_});
     if (!missing.has(BoardPart::Spi) && !missing.has(BoardPart::Screen)) {
         addScreen(board.panelDirectory() + "/screen");
     }
@@ -44,6 +46,9 @@ void BoardModels::apply(const Fault& fault) {
     }
     if (fault.kind == "gpio") {
         return gpio_.apply(fault);
+    }
+    if (registers_.apply(fault)) {
+        return;
     }
     throw std::invalid_argument("--fault " + fault.text + ": the board has no devices of the kind '" +
                                 fault.kind + "'");

@@ -4,6 +4,7 @@
 
 #include "Tools/boardsim/Board/BoardDescription.h"
 #include "Tools/boardsim/Board/BoardPart.h"
+#include "Tools/boardsim/Board/BoardRegisters.h"
 #include "Tools/boardsim/Board/Fault.h"
 #include "Tools/boardsim/Board/FileTrace.h"
 #include "Tools/boardsim/Board/GpioModels.h"
@@ -28,6 +29,9 @@ public:
     const PanelScreen& screen() const { return screen_; }
     PanelRegisters& panel() { return panel_; }
 
+    /// All register blocks, the panel's among them.
+    BoardRegisters& registers() { return registers_; }
+
     /// All files that act, in an order that stays. Their functions refer to the models.
     const std::vector<ActingFile>& files() const { return files_; }
 
@@ -46,6 +50,7 @@ private:
 
     PanelScreen screen_;
     PanelRegisters panel_;
+    BoardRegisters registers_;
     Tell tell_;
     W1Models w1_;
     GpioModels gpio_;

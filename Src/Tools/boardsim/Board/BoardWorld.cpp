@@ -7,6 +7,9 @@ namespace {
 
 const std::string kFontDirectory = "/opt/pattern/oled";
 
+/// In a directory where a program looks for what it knows by name. A board on a board has its own.
+constexpr std::string_view kRegisterSocket = ".boardsim-registers";
+
 /// What a program may expect under "/dev" on any system. Everything else there belongs to the machine's own
 /// hardware.
 const std::vector<std::string_view> kUsualNodes{"null", "zero",  "full",   "random", "urandom",
@@ -35,6 +38,7 @@ void planFpga(WorldPlan& plan, const BoardDescription& board, const BoardParts& 
     }
     if (!missing.has(BoardPart::Fpga)) {
         plan.registers = {"/dev/fpga", board.fpgaBytes};
+        plan.registerSocket = std::string("/sys/bus/").append(kRegisterSocket);
     }
 }
 
@@ -67,8 +71,9 @@ WorldPlan planWorld(const BoardDescription& board, const BoardParts& missing, co
                     bool reportsRegisters) {
     WorldPlan plan;
     plan.covers = {
-        {"/dev", kUsualNodes}, {"/sys/bus", {}, {"avalon", "w1"}}, {"/sys/class", {}, {"gpio"}},
-        {"/tmp", {}, {"i2c"}}, {"/opt", {}, {"pattern"}},
+        {"/dev", kUsualNodes},        {"/sys/bus", {}, {"avalon", "w1", kRegisterSocket}},
+        {"/sys/class", {}, {"gpio"}}, {"/tmp", {}, {"i2c"}},
+        {"/opt", {}, {"pattern"}},
     };
     plan.directories = {"/tmp/i2c"};
     plan.hiddenDirectory = "/dev/.boardsim-acting";

@@ -3,6 +3,7 @@
 #include <csignal>
 #include <stdexcept>
 
+#include "Tools/boardsim/Board/MdioTrace.h"
 #include "Tools/boardsim/Board/RegisterTrace.h"
 #include "Tools/boardsim/Board/ScreenTrace.h"
 #include "Tools/boardsim/Host/ExitStatus.h"
@@ -34,7 +35,10 @@ BoardSession::BoardSession(const RunOptions& options, const BoardDescription& bo
 
 void BoardSession::wire(SignalWatch& signals) {
     models_.screen().listen([this](const ScreenEvent& event) { onScreen(event); });
-    models_.listen([this](const std::string& line) { trace(line); });
+    if (trace_) {
+        models_.listen([this](const std::string& line) { trace(line); });
+        models_.registers().listen([this](const MdioFrame& frame) { trace(describe(frame)); });
+    }
     loop_.watch(process_.channel().descriptor(), [this] { onControl(); });
     loop_.watch(signals.descriptor(), [this, &signals] {
         if (const std::optional<int> number = signals.takeForwardable()) {
@@ -78,6 +82,8 @@ void BoardSession::onControl() {
             return readLog(std::move(message->descriptor));
         case ControlKind::TrapSocket:
             return readTrap(std::move(message->descriptor));
+        case ControlKind::RegisterSocket:
+            return answerForRegisters(std::move(message->descriptor));
         case ControlKind::RegisterMemory:
             registers_.emplace(std::move(message->descriptor), board_.fpgaBytes);
             return;
@@ -116,29 +122,62 @@ void BoardSession::readTrap(Descriptor socket) {
     loop_.watch(trap_->descriptor(), [this] { trap_->drain(); });
 }
 
+void BoardSession::answerForRegisters(Descriptor listener) {
+    registerServer_.emplace(std::move(listener), loop_,
+                            [this](std::string_view request) { return answerRegisterAccess(request); });
+}
+
 void BoardSession::takeRegisterReport(std::string_view datagram) {
     const std::optional<TrapEvent> event = readTrapEvent(datagram);
-    if (!event || !trace_) {
+    if (!event) {
         return;
     }
     if (event->kind == TrapEventKind::Read) {
-        trace_->addRepeatable(Clock::now(), describe(*event));
+        traceRepeatable(describe(*event));
         return;
     }
     trace(describe(*event));
     if (event->kind == TrapEventKind::Write) {
-        offerToPanel(*event);
+        if (const PlacedBlock* block = models_.registers().find(event->offset)) {
+            writeBlock(*block, *event);
+        }
     }
 }
 
-void BoardSession::offerToPanel(const TrapEvent& write) {
-    const std::uint64_t base = board_.panelRegisters();
-    if (write.offset < base || write.offset - base >= PanelRegisters::kBlockBytes) {
-        return;
+std::optional<std::uint64_t> BoardSession::answerRegisterAccess(std::string_view request) {
+    const std::optional<TrapEvent> access = readTrapEvent(request);
+    const PlacedBlock* block = access ? models_.registers().find(access->offset) : nullptr;
+    if (!block || access->kind == TrapEventKind::Seek) {
+        return std::nullopt;
     }
-    if (!models_.panel().write(static_cast<std::uint32_t>(write.offset - base), 8U * write.width,
-                               write.value)) {
-        trace("panel refused " + describe(write));
+    if (trace_) {
+        drainSockets();
+    }
+    if (access->kind == TrapEventKind::Read) {
+        return readBlock(*block, *access);
+    }
+    trace(describe(*access));
+    writeBlock(*block, *access);
+    return 0;
+}
+
+std::uint64_t BoardSession::readBlock(const PlacedBlock& block, TrapEvent access) {
+    const auto offset = static_cast<std::uint32_t>(access.offset - block.base);
+    const RegisterValue found = block.block->read(offset, access.width);
+    access.value = found.value;
+    traceRepeatable(describe(access));
+    traceRefusal(block, access, found.refused);
+    return found.value;
+}
+
+void BoardSession::writeBlock(const PlacedBlock& block, const TrapEvent& access) {
+    const auto offset = static_cast<std::uint32_t>(access.offset - block.base);
+    traceRefusal(block, access, block.block->write(offset, access.width, access.value));
+}
+
+void BoardSession::traceRefusal(const PlacedBlock& block, const TrapEvent& access, const Refusal& refused) {
+    if (refused) {
+        trace(block.name + " refused " + describe(access) + (refused->empty() ? "" : ": " + *refused));
     }
 }
 
@@ -189,6 +228,12 @@ void BoardSession::endProgram() {
 void BoardSession::trace(std::string_view event) {
     if (trace_) {
         trace_->add(Clock::now(), event);
+    }
+}
+
+void BoardSession::traceRepeatable(std::string_view event) {
+    if (trace_) {
+        trace_->addRepeatable(Clock::now(), event);
     }
 }
 

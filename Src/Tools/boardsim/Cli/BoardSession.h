@@ -12,6 +12,7 @@
 #include "Tools/boardsim/Host/DatagramReader.h"
 #include "Tools/boardsim/Host/EventLoop.h"
 #include "Tools/boardsim/Host/FuseServer.h"
+#include "Tools/boardsim/Host/RegisterServer.h"
 #include "Tools/boardsim/Host/RegisterTrap/TrapEvent.h"
 #include "Tools/boardsim/Host/SharedRegisters.h"
 #include "Tools/boardsim/Host/SignalWatch.h"
@@ -44,14 +45,19 @@ private:
     void serveFiles(Descriptor device);
     void readLog(Descriptor socket);
     void readTrap(Descriptor socket);
+    void answerForRegisters(Descriptor listener);
     void takeRegisterReport(std::string_view datagram);
-    void offerToPanel(const TrapEvent& write);
+    std::optional<std::uint64_t> answerRegisterAccess(std::string_view request);
+    std::uint64_t readBlock(const PlacedBlock& block, TrapEvent access);
+    void writeBlock(const PlacedBlock& block, const TrapEvent& access);
+    void traceRefusal(const PlacedBlock& block, const TrapEvent& access, const Refusal& refused);
     bool drainSockets();
     void onScreen(const ScreenEvent& event);
     void playKeys();
     std::optional<Clock::time_point> nextEnding() const;
     void endProgram();
     void trace(std::string_view event);
+    void traceRepeatable(std::string_view event);
 
     const BoardDescription& board_;
     Outputs& outputs_;
@@ -72,6 +78,7 @@ private:
     std::optional<SharedRegisters> registers_;
     std::optional<DatagramReader> log_;
     std::optional<DatagramReader> trap_;
+    std::optional<RegisterServer> registerServer_;
     std::optional<FuseServer> server_;
 };
 

@@ -20,20 +20,29 @@ int complain(const std::string& what, int status) {
     return status;
 }
 
-/// Makes the program report its register accesses to `socket`. @return an exit status when it cannot.
-int addTrap(ProgramStart& start, const std::string& socket) {
+/// Makes the program ask for the registers that act, and report its accesses to the others where that is
+/// wanted. @return an exit status when it cannot.
+int addTrap(ProgramStart& start, const WorldPlan& plan, const BoardRegisters& registers) {
+    const bool isTraced = !plan.trapSocket.empty();
+    if (!isTraced && plan.registerSocket.empty()) {
+        return kSuccess;
+    }
     const std::optional<std::string> library = findTrapLibrary();
     if (!library) {
-        return complain("cannot find libboardsim-trap.so, which --trace needs", kBoardFailed);
+        return complain("cannot find libboardsim-trap.so, which the board's registers need", kBoardFailed);
     }
     const std::optional<std::string> program = findProgram(start.words[0], searchPath());
     if (program && isStaticallyLinked(*program)) {
+        if (!isTraced) {
+            return kSuccess;  // its registers are plain memory
+        }
         return complain(*program +
                             " is statically linked: its register accesses cannot be traced; "
                             "run it without --trace",
                         kCannotExecute);
     }
-    start.environment = trapEnvironment(*library, socket);
+    start.environment =
+        trapEnvironment(*library, plan.trapSocket, plan.registerSocket, registers.actingRanges());
     return kSuccess;
 }
 
@@ -61,10 +70,8 @@ int runProgramOnBoard(const RunOptions& options) {
         const WorldPlan plan = planWorld(board, options.missing, options.font, models.files(), models.trees(),
                                          !options.traceFile.empty());
         ProgramStart start{options.program};
-        if (outputs.trace) {
-            if (const int refused = addTrap(start, plan.trapSocket); refused != kSuccess) {
-                return refused;
-            }
+        if (const int refused = addTrap(start, plan, models.registers()); refused != kSuccess) {
+            return refused;
         }
         outputs.start();
         try {

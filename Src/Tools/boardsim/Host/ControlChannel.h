@@ -15,6 +15,7 @@ enum class ControlKind : std::int32_t {
     FuseDevice,      ///< world → host: the descriptor that serves the acting files
     LogSocket,       ///< world → host: the socket behind "/dev/log"
     TrapSocket,      ///< world → host: the socket that register accesses are reported to
+    RegisterSocket,  ///< world → host: the listening socket that answers for registers that act
     RegisterMemory,  ///< world → host: the memory behind the mapped device
     Failed,          ///< world → host: the board could not be made; `text` says why
     Ended,           ///< world → host: the program ended; `value` is what waitpid() reported

@@ -95,12 +95,21 @@ bool isStaticallyLinked(const std::string& program) {
 }
 
 std::vector<std::pair<std::string, std::string>> trapEnvironment(const std::string& library,
-                                                                 const std::string& socket) {
-    return {
+                                                                 const std::string& reports,
+                                                                 const std::string& answers,
+                                                                 const std::string& ranges) {
+    std::vector<std::pair<std::string, std::string>> variables{
         {"LD_PRELOAD", joined("LD_PRELOAD", ":", library, true)},
-        {"BOARDSIM_TRAP_SOCKET", socket},
         {"ASAN_OPTIONS", joined("ASAN_OPTIONS", ":", "verify_asan_link_order=0", false)},
     };
+    if (!reports.empty()) {
+        variables.emplace_back("BOARDSIM_TRAP_SOCKET", reports);
+    }
+    if (!answers.empty()) {
+        variables.emplace_back("BOARDSIM_REGISTER_SOCKET", answers);
+        variables.emplace_back("BOARDSIM_REGISTER_RANGES", ranges);
+    }
+    return variables;
 }
 
 }  // namespace boardsim

@@ -16,8 +16,13 @@ std::optional<std::string> findTrapLibrary();
 bool isStaticallyLinked(const std::string& program);
 
 /// The environment variables that preload the library into a program, in front of what is preloaded anyway,
-/// and tell it where to report. A program built with AddressSanitizer is told to bear with the order.
+/// and tell it where to report and where to ask. A program built with AddressSanitizer is told to bear with
+/// the order.
+/// @param reports path of the socket for reports; empty when none are wanted
+/// @param answers path of the socket that answers for the registers in `ranges`; empty when none act
 std::vector<std::pair<std::string, std::string>> trapEnvironment(const std::string& library,
-                                                                 const std::string& socket);
+                                                                 const std::string& reports,
+                                                                 const std::string& answers = {},
+                                                                 const std::string& ranges = {});
 
 }  // namespace boardsim

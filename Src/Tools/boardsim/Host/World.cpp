@@ -95,14 +95,16 @@ void makeRegisters(const MemoryFile& memory, ControlChannel& host) {
     host.send(ControlKind::RegisterMemory, 0, {}, file.get());
 }
 
-void makeSocket(const std::string& path, ControlKind kind, ControlChannel& host) {
+/// @param type SOCK_DGRAM, or SOCK_SEQPACKET for a socket that is connected to
+void makeSocket(const std::string& path, int type, ControlKind kind, ControlChannel& host) {
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
     path.copy(address.sun_path, sizeof address.sun_path - 1);
-    const Descriptor socket(::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
+    const Descriptor socket(::socket(AF_UNIX, type | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
     makeParents(path);
     if (!socket || bind(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0 ||
-        chmod(path.c_str(), kForEverybody) != 0) {
+        chmod(path.c_str(), kForEverybody) != 0 ||
+        (type == SOCK_SEQPACKET && listen(socket.get(), SOMAXCONN) != 0)) {
         throw systemError("cannot make the socket " + path);
     }
     host.send(kind, 0, {}, socket.get());
@@ -176,10 +178,13 @@ void makeWorld(const WorldPlan& plan, ControlChannel& host) {
         makeRegisters(plan.registers, host);
     }
     if (!plan.logSocket.empty()) {
-        makeSocket(plan.logSocket, ControlKind::LogSocket, host);
+        makeSocket(plan.logSocket, SOCK_DGRAM, ControlKind::LogSocket, host);
     }
     if (!plan.trapSocket.empty()) {
-        makeSocket(plan.trapSocket, ControlKind::TrapSocket, host);
+        makeSocket(plan.trapSocket, SOCK_DGRAM, ControlKind::TrapSocket, host);
+    }
+    if (!plan.registerSocket.empty()) {
+        makeSocket(plan.registerSocket, SOCK_SEQPACKET, ControlKind::RegisterSocket, host);
     }
     if (fuse) {
         makeServed(plan, std::move(fuse), host);

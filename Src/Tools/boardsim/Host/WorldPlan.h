@@ -48,6 +48,7 @@ struct WorldPlan {
     MemoryFile registers{};
     std::string logSocket{};        ///< path of the datagram socket for syslog; none when empty
     std::string trapSocket{};       ///< path of the datagram socket for register accesses; none when empty
+    std::string registerSocket{};   ///< path of the connecting socket for registers that act; none when empty
     std::string hiddenDirectory{};  ///< a free path under a cover, used while the world is made
 };
 

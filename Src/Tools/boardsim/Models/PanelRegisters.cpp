@@ -62,12 +62,22 @@ void PanelRegisters::operate(PanelKey key, unsigned times) {
     counters_ |= (count & counter.mask) << counter.shift;
 }
 
-bool PanelRegisters::write(std::uint32_t offset, unsigned bits, std::uint64_t value) {
-    if (offset != kLed || bits != 32 || value > kLedMask) {
-        return false;
+RegisterValue PanelRegisters::read(std::uint32_t offset, unsigned width) {
+    if (width == 4 && offset == kLed) {
+        return {led_};
+    }
+    if (width == 4 && offset == kCounters) {
+        return {counters_};
+    }
+    return {0, ""};
+}
+
+Refusal PanelRegisters::write(std::uint32_t offset, unsigned width, std::uint64_t value) {
+    if (offset != kLed || width != 4 || value > kLedMask) {
+        return "";
     }
     led_ = static_cast<std::uint32_t>(value);
-    return true;
+    return std::nullopt;
 }
 
 }  // namespace boardsim

@@ -4,6 +4,8 @@
 #include <optional>
 #include <string_view>
 
+#include "Tools/boardsim/Models/RegisterBlock.h"
+
 namespace boardsim {
 
 /// What an operator can do to the panel: push one of three buttons, turn the encoder by one step.
@@ -22,7 +24,7 @@ std::optional<PanelKey> keyNamed(std::string_view name);
 ///
 /// The counters run freely and wrap; nothing clears them. Clockwise counts the encoder up. All registers are
 /// zero after power-on. Not thread-safe.
-class PanelRegisters {
+class PanelRegisters final : public RegisterBlock {
 public:
     static constexpr std::uint32_t kLed = 0x0;
     static constexpr std::uint32_t kCounters = 0x4;
@@ -34,9 +36,10 @@ public:
     std::uint32_t counters() const { return counters_; }
     std::uint32_t led() const { return led_; }
 
-    /// A write of the program, `bits` wide, `offset` from the block's start.
-    /// @return false when the block refuses it: only a 32-bit write of 0 to 3 to the LED means anything.
-    bool write(std::uint32_t offset, unsigned bits, std::uint64_t value);
+    RegisterValue read(std::uint32_t offset, unsigned width) override;
+
+    /// Refuses all but a 32-bit write of 0 to 3 to the LED.
+    Refusal write(std::uint32_t offset, unsigned width, std::uint64_t value) override;
 
 private:
     std::uint32_t counters_ = 0;

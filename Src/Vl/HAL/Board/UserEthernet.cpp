@@ -1,10 +1,10 @@
 // How the control processor brings up the port for the user's own Ethernet.
 #include <chrono>
 #include <memory>
-#include <thread>
 
 #include "Vl/Common/Log/LogInterface.h"
 #include "Vl/HAL/Board/CPInterface.h"
+#include "Vl/HAL/Bus/Pause.h"
 #include "Vl/HAL/Chips/GenericEthernetPhy.h"
 #include "Vl/HAL/Fpga/TripleSpeedMac.h"
 
@@ -24,7 +24,7 @@ bool CPInterface::initUserEth(unsigned long ctrl, unsigned long base, bool jumbo
                               std::shared_ptr<HAL::GenericEthernetPhy>& phy, bool extra) {
     VL_LOG(CPCardInterface, DEBUG, "ethernet core set up at %08lX / %08lX", ctrl, base);
     writeFPGA(static_cast<unsigned int>(ctrl), kOutOfReset);
-    std::this_thread::sleep_for(kPhyStart);
+    HAL::pauseFor(kPhyStart);
     if (!phy || !phy->initUserEth()) {
         VL_LOG(CPCardInterface, DEBUG, "could not init ethernet phy");
         return false;

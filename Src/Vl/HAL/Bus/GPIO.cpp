@@ -4,19 +4,17 @@
 #include <sys/ioctl.h>
 
 #include <charconv>
-#include <filesystem>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 #include <system_error>
 
+#include "Vl/Common/Files/DirectoryReader.h"
 #include "Vl/Common/Files/ExactIO.h"
 
 namespace Valen::HAL {
 namespace {
-
-namespace fs = std::filesystem;
 
 /// Request codes of the board's GPIO driver, which takes its argument by value.
 enum Request : unsigned long {
@@ -39,7 +37,7 @@ constexpr unsigned long pinBits(int pin) {
 }
 
 /// At most `size` bytes from the file's start; nothing when it cannot be read.
-std::string readStart(const fs::path& path, std::size_t size) {
+std::string readStart(const std::string& path, std::size_t size) {
     const Descriptor file = Descriptor::open(path.c_str(), O_RDONLY);
     std::string bytes(size, '\0');
     const ssize_t count = readExact(file.get(), std::as_writable_bytes(std::span(bytes)));
@@ -48,14 +46,14 @@ std::string readStart(const fs::path& path, std::size_t size) {
 }
 
 /// Only the label's own characters are compared, so that a longer label beginning with it matches too: meant.
-bool hasLabel(const fs::path& controller, std::string_view label) {
+bool hasLabel(const std::string& controller, std::string_view label) {
     const std::size_t withNewline = label.size() + 1;
-    const std::string text = readStart(controller / "label", withNewline);
+    const std::string text = readStart(controller + "/label", withNewline);
     return text.size() == withNewline && text.starts_with(label);
 }
 
-std::optional<int> readBase(const fs::path& controller) {
-    const std::string text = readStart(controller / "base", kLongestBase);
+std::optional<int> readBase(const std::string& controller) {
+    const std::string text = readStart(controller + "/base", kLongestBase);
     int base = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), base);
     return error == std::errc() ? std::optional(base) : std::nullopt;
@@ -86,11 +84,10 @@ bool GPIO::getPin(int pin) {
 }
 
 int GPIO::getBase(const char* label) {
-    std::error_code error;
-    for (fs::directory_iterator entry(kControllers, error); !error && entry != fs::directory_iterator();
-         entry.increment(error)) {
-        const fs::path& controller = entry->path();
-        if (!controller.filename().native().starts_with("gpiochip") || !hasLabel(controller, label)) {
+    DirectoryReader entries(kControllers);
+    while (const char* name = entries.next()) {
+        const std::string controller = std::string(kControllers) + name;
+        if (!std::string_view(name).starts_with("gpiochip") || !hasLabel(controller, label)) {
             continue;
         }
         if (const std::optional<int> base = readBase(controller)) {

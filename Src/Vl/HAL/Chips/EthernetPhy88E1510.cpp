@@ -1,8 +1,6 @@
 #include "Vl/HAL/Chips/EthernetPhy88E1510.h"
 
-#include <array>
-#include <cstddef>
-
+#include "Vl/HAL/Chips/EthernetPhyFields.h"
 #include "Vl/HAL/Chips/EthernetPhyRegisters.h"
 
 namespace Valen::HAL {
@@ -22,33 +20,18 @@ enum PageNumber : int {
     LedPage = 3,
 };
 
-constexpr int kSpeedShift = 14;  // of CopperStatus
-
 /// Each LED has four bits of LedFunction; 8 forces it off, 9 on.
-constexpr unsigned kLedsOff = 0x0888;
-constexpr unsigned kLed0On = 0x0001;
-constexpr unsigned kLed1On = 0x0010;
-constexpr unsigned kLed2On = 0x0100;
-
-/// What a state b adds.
-unsigned ledOf(LEDState::LEDState_T b) {
-    switch (b) {
-        case LEDState::FirstColour:
-            return kLed0On;
-        case LEDState::SecondColour:
-        case LEDState::BothColours:
-            return kLed1On;
-        default:
-            return 0;
-    }
-}
+constexpr EthernetPhyField::Leds kLeds = {
+    .off = 0x0888,
+    .aFirst = 0x0100,   // LED[2]
+    .bFirst = 0x0001,   // LED[0]
+    .bSecond = 0x0010,  // LED[1]
+};
 
 }  // namespace
 
 GenericEthernetPhy::SPEED EthernetPhy88E1510::getLinkSpeed() {
-    constexpr std::array<SPEED, 4> kSpeeds = {Mbit10, Mbit100, Mbit1000, Unknown};
-    const int status = setReg(Page, CopperPage) ? getReg(CopperStatus) : MDIO::kFailed;
-    return status == MDIO::kFailed ? Unknown : kSpeeds[static_cast<std::size_t>(status >> kSpeedShift & 3)];
+    return EthernetPhyField::linkSpeed(setReg(Page, CopperPage) ? getReg(CopperStatus) : MDIO::kFailed);
 }
 
 bool EthernetPhy88E1510::setSpeed(SPEED speed) {
@@ -85,7 +68,7 @@ void EthernetPhy88E1510::getDefaultRegisterValues(unsigned* bmcr, unsigned* gbcr
 }
 
 unsigned EthernetPhy88E1510::getLEDs(LEDState::LEDState_T a, LEDState::LEDState_T b) {
-    return kLedsOff | (a == LEDState::FirstColour ? kLed2On : 0) | ledOf(b);
+    return kLeds.showing(a, b);
 }
 
 }  // namespace Valen::HAL

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 
+#include "Vl/HAL/Chips/EthernetPhyFields.h"
 #include "Vl/HAL/Chips/EthernetPhyRegisters.h"
 
 namespace Valen::HAL {
@@ -28,8 +29,6 @@ constexpr int kRateAdaptation = 1 << 7;
 
 constexpr int kNegotiateAnew = kBmcrAutoNegotiation | kBmcrRestartNegotiation;
 
-constexpr int kSpeedShift = 14;  // of Physts
-
 /// What is offered, by the SPEED.
 struct Offer {
     int gbcr;
@@ -37,8 +36,8 @@ struct Offer {
 };
 constexpr int kAnar10 = kAnarIeee8023 | kAnar10Half | kAnar10Full;
 constexpr int kAnar100 = kAnar10 | kAnar100Half | kAnar100Full | kAnar100T4;
-constexpr int kTdrAutoRun =
-    1 << 7;  // this chip's own bit of Gbcr: a link that goes down has its cable measured
+/// This chip's own bit of Gbcr: a link that goes down has its cable measured.
+constexpr int kTdrAutoRun = 1 << 7;
 constexpr std::array<Offer, 4> kOffers = {{
     {0, kAnarIeee8023},
     {0, kAnar10},
@@ -47,23 +46,12 @@ constexpr std::array<Offer, 4> kOffers = {{
 }};
 
 /// Each LED has four bits of Ledcr2: driven by hand (1), the value (2), active high (4).
-constexpr int kLedsOff = 0x0555;
-constexpr int kLed0On = 0x0002;
-constexpr int kLed1On = 0x0020;
-constexpr int kLed2On = 0x0200;
-
-/// What a state b adds.
-int ledOf(LEDState::LEDState_T b) {
-    switch (b) {
-        case LEDState::FirstColour:
-            return kLed2On;
-        case LEDState::SecondColour:
-        case LEDState::BothColours:
-            return kLed1On;
-        default:
-            return 0;
-    }
-}
+constexpr EthernetPhyField::Leds kLeds = {
+    .off = 0x0555,
+    .aFirst = 0x0002,   // LED_0
+    .bFirst = 0x0200,   // LED_2
+    .bSecond = 0x0020,  // LED_1
+};
 
 }  // namespace
 
@@ -78,9 +66,7 @@ bool EthernetPhyDP83867IS::initPhy() {
 }
 
 GenericEthernetPhy::SPEED EthernetPhyDP83867IS::getLinkSpeed() {
-    constexpr std::array<SPEED, 4> kSpeeds = {Mbit10, Mbit100, Mbit1000, Unknown};
-    const int status = getReg(Physts);
-    return status == MDIO::kFailed ? Unknown : kSpeeds[static_cast<std::size_t>(status >> kSpeedShift & 3)];
+    return EthernetPhyField::linkSpeed(getReg(Physts));
 }
 
 bool EthernetPhyDP83867IS::setSpeed(SPEED speed) {
@@ -96,7 +82,7 @@ bool EthernetPhyDP83867IS::setSpeed(SPEED speed) {
 }
 
 bool EthernetPhyDP83867IS::setLeds(LEDState::LEDState_T a, LEDState::LEDState_T b) {
-    return setReg(Ledcr2, kLedsOff | (a == LEDState::FirstColour ? kLed0On : 0) | ledOf(b));
+    return setReg(Ledcr2, static_cast<int>(kLeds.showing(a, b)));
 }
 
 bool EthernetPhyDP83867IS::initUserEth() {

@@ -10,7 +10,6 @@
 #include <span>
 #include <string>
 
-#include "Vl/Common/Files/Descriptor.h"
 #include "Vl/Common/Files/ExactIO.h"
 #include "Vl/Common/Log/LogInterface.h"
 #include "Vl/HAL/Bus/Pause.h"
@@ -27,8 +26,6 @@ constexpr int kUserDataReads = 10;
 constexpr auto kBetweenReads = 50ms;
 constexpr int kDead = -1;
 
-constexpr int kNone = -1;
-constexpr int kClosed = 0;
 constexpr std::uint32_t kInvalidReading = 0xFFFFFFFF;
 
 /// The slave's two bytes, little-endian: 0 to 0xFFFF, or kDead.
@@ -64,12 +61,10 @@ W1Temp::W1Temp(unsigned int userData, int bus, int select)
 
 W1Temp::~W1Temp() {
     W1TempThread::RemoveSensor(this);
-    close();
 }
 
 void W1Temp::Find() {
     close();
-    fd_ = kNone;
     vlslist<W1Util::W1Handle> slaves;
     W1Util::FindW1(slaves, W1Util::kTemperatureSensor, bus_);
     W1Util::W1Handle chosen;
@@ -118,7 +113,8 @@ W1Temp::Reading W1Temp::updatetemp() {
     }
     std::uint32_t reading = 0;
     const auto bytes = std::as_writable_bytes(std::span(&reading, 1));
-    if (lseek(fd_, 0, SEEK_SET) != 0 || readExact(fd_, bytes) != static_cast<ssize_t>(bytes.size())) {
+    if (lseek(file_.get(), 0, SEEK_SET) != 0 ||
+        readExact(file_.get(), bytes) != static_cast<ssize_t>(bytes.size())) {
         close();
         return Failed;
     }
@@ -135,17 +131,16 @@ void W1Temp::Fail() {
 }
 
 void W1Temp::open(const char* path) {
-    fd_ = ::open(path, O_RDONLY | O_CLOEXEC);  // NOLINT: open(2) is variadic
-    if (fd_ < 0) {
+    file_ = Descriptor::open(path, O_RDONLY);
+    isOpen_ = file_.get() >= 1;  // 0 counts as closed, as in File::In
+    if (!file_.isValid()) {
         VL_LOG(CPCardInterface, DEBUG, "could not open %s\n", path);
     }
 }
 
 void W1Temp::close() {
-    const int descriptor = fd_.exchange(kClosed);
-    if (descriptor >= 1) {
-        ::close(descriptor);
-    }
+    isOpen_ = false;
+    file_ = Descriptor();
 }
 
 }  // namespace Valen::HAL

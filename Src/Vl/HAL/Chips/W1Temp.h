@@ -3,6 +3,7 @@
 #include <atomic>
 #include <cstdint>
 
+#include "Vl/Common/Files/Descriptor.h"
 #include "Vl/HAL/Bus/W1Util.h"
 
 namespace Valen::HAL {
@@ -36,7 +37,7 @@ public:
     /// and none is to be chosen, it is the first that was listed.
     W1Util::W1Handle id() const { return {id_.load()}; }
     /// Whether a slave was chosen and its file is open.
-    bool isOpen() const { return fd_.load() >= 1; }
+    bool isOpen() const { return isOpen_.load(); }
     /// The last reading as the kernel's driver gives it, or kUnknown.
     std::int32_t temperature() const { return temperature_.load(); }
 
@@ -54,9 +55,10 @@ private:
     void open(const char* path);
     void close();
 
-    // The poller writes while others read.
+    // The poller writes what is atomic while others read it. The file is its alone.
     std::atomic<std::uint64_t> id_{0};
-    std::atomic<std::int32_t> fd_{-1};
+    Descriptor file_;
+    std::atomic<bool> isOpen_{false};
     std::atomic<std::int32_t> temperature_{kUnknown};
     const std::int32_t userData_;
     const std::int32_t bus_;

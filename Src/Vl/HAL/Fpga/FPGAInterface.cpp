@@ -22,28 +22,22 @@ FPGAInterface::~FPGAInterface() {
     // Meant: the length is still "the whole file" here, which the kernel refuses to unmap. It is asked
     // directly: ThreadSanitizer's munmap() does not survive the question.
     syscall(SYS_munmap, base_, static_cast<std::size_t>(length_));
-    if (descriptor_ > 0) {
-        close(descriptor_);
-    }
 }
 
 bool FPGAInterface::openDevice() {
     length_ = kWholeFile;
     std::array<char, 24> path;
     std::snprintf(path.data(), path.size(), "%s%s", simulation_ ? "/tmp/" : "/dev/", deviceName_);
-    if (descriptor_ > 0) {
-        close(descriptor_);
-    }
     base_ = nullptr;
     mappedSize_ = 0;
-    descriptor_ = open(path.data(), O_RDWR | O_CLOEXEC);
-    if (descriptor_ < 0) {
+    node_ = Descriptor::open(path.data(), O_RDWR);
+    if (!node_.isValid()) {
         return false;
     }
-    const off_t size = lseek(descriptor_, 0, SEEK_END);
-    lseek(descriptor_, 0, SEEK_SET);
+    const off_t size = lseek(node_.get(), 0, SEEK_END);
+    lseek(node_.get(), 0, SEEK_SET);
     void* registers =
-        mmap(nullptr, static_cast<std::size_t>(size), PROT_READ | PROT_WRITE, MAP_SHARED, descriptor_, 0);
+        mmap(nullptr, static_cast<std::size_t>(size), PROT_READ | PROT_WRITE, MAP_SHARED, node_.get(), 0);
     if (registers != MAP_FAILED) {
         base_ = static_cast<volatile std::uint32_t*>(registers);
         mappedSize_ = static_cast<std::size_t>(size);

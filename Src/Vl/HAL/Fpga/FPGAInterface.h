@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <span>
 
+#include "Vl/Common/Files/Descriptor.h"
+
 namespace Valen::HAL {
 
 /// The register space of the main FPGA, mapped from its device node "/dev/fpga".
@@ -45,7 +47,7 @@ private:
     static constexpr int kWholeFile = -1;
 
     const char* deviceName_ = device;
-    int descriptor_ = 0;       // negative when opening failed; 0 is never ours
+    Descriptor node_;
     int length_ = kWholeFile;  // what is asked to be mapped, not what is: it is never anything else
     volatile std::uint32_t* base_ = nullptr;
     bool simulation_ = false;

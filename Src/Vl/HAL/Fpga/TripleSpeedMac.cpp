@@ -61,9 +61,9 @@ constexpr RegisterWrite kJumboFrames[] = {
 constexpr RegisterWrite kNormalFrames[] = {
     {FrameLength, 1600},
     {TxInterPacketGap, 11},
-    {RxSectionEmpty, 1663},  // the FIFOs' thresholds, in
-                             // words
-    {RxSectionFull, 0},      // hand on whole frames only
+    // The FIFOs' thresholds, in words; 0 hands on whole frames only.
+    {RxSectionEmpty, 1663},
+    {RxSectionFull, 0},
     {TxSectionEmpty, 2032},
     {TxSectionFull, 0},
     {RxAlmostEmpty, 8},

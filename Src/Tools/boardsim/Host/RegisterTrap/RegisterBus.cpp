@@ -54,8 +54,13 @@ bool RegisterBus::read(std::uintptr_t address, std::span<std::byte> data) const 
     }
 
     const auto memory = window->memory(address, data.size());
-    window->observer->beforeRead(memory, window->fileOffset + (address - window->begin));
-    copyInOnePiece(data.data(), memory.data(), data.size());
+    const auto answer =
+        window->observer->beforeRead(memory, window->fileOffset + (address - window->begin));
+    if (answer && data.size() <= sizeof *answer) {
+        std::memcpy(data.data(), &*answer, data.size());
+    } else {
+        copyInOnePiece(data.data(), memory.data(), data.size());
+    }
     window->observer->afterAccess(describe(*window, address, data, Direction::Read), memory);
     return true;
 }
