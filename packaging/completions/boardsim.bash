@@ -36,7 +36,8 @@ _boardsim() {
     fi
     case $previous in
         --frame | --screenshot | --log | --trace | --font) _boardsim_files ;;
-        --without) _boardsim_words "screen spi panel-registers layout fpga gpio log font font-directory" ;;
+        --without) _boardsim_words "screen spi panel-registers layout fpga gpio log font font-directory \
+            w1 cpld mii" ;;
         --screen) _boardsim_words "one-byte failing full full:" ;;
         --keys) _boardsim_words "left right red cw ccw wait:" ;;
         --scale | --timeout) ;;
