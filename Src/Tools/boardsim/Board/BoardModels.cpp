@@ -2,6 +2,8 @@
 
 #include <stdexcept>
 
+#include "Tools/boardsim/Board/MdioTrace.h"
+
 namespace boardsim {
 namespace {
 
@@ -13,17 +15,41 @@ Transfer toTransfer(const ScreenAnswer& answer) {
 
 BoardModels::BoardModels(const BoardDescription& board, const BoardParts& missing, ScreenFault screen,
                          const std::vector<Fault>& faults)
-    : screen_(board.panel, screen), registers_(board, std::chrono::steady_clock::now) {
+    : screen_(board.panel, screen),
+      registers_(board, std::chrono::steady_clock::now),
+      w1_(missing.has(BoardPart::W1) ? std::vector<W1BusPart>{} : board.w1Buses,
+          [this](const std::string& line) { tell(line); }),
+      gpio_(board.gpioChips, [this](const std::string& line) { tell(line); }) {
     registers_.add({"panel", board.panelRegisters(), PanelRegisters::kBlockBytes, &panel_});
+    registers_.listen([this](const MdioFrame& frame) { tell(describe(frame)); });
     if (!missing.has(BoardPart::Spi) && !missing.has(BoardPart::Screen)) {
         addScreen(board.panelDirectory() + "/screen");
     }
+    if (!missing.has(BoardPart::Gpio)) {
+        files_.push_back(gpio_.device());
+    }
+    if (!missing.has(BoardPart::W1)) {
+        trees_.push_back(w1_.tree());
+    }
+    trees_.push_back(gpio_.tree());
     for (const Fault& fault : faults) {
         apply(fault);
     }
 }
 
+void BoardModels::tell(const std::string& line) const {
+    if (tell_) {
+        tell_(line);
+    }
+}
+
 void BoardModels::apply(const Fault& fault) {
+    if (fault.kind == "w1") {
+        return w1_.apply(fault);
+    }
+    if (fault.kind == "gpio") {
+        return gpio_.apply(fault);
+    }
     if (registers_.apply(fault)) {
         return;
     }

@@ -6,6 +6,9 @@
 #include "Tools/boardsim/Board/BoardPart.h"
 #include "Tools/boardsim/Board/BoardRegisters.h"
 #include "Tools/boardsim/Board/Fault.h"
+#include "Tools/boardsim/Board/FileTrace.h"
+#include "Tools/boardsim/Board/GpioModels.h"
+#include "Tools/boardsim/Board/W1Models.h"
 #include "Tools/boardsim/Host/ActingFile.h"
 #include "Tools/boardsim/Models/PanelRegisters.h"
 #include "Tools/boardsim/Models/PanelScreen.h"
@@ -32,14 +35,27 @@ public:
     /// All files that act, in an order that stays. Their functions refer to the models.
     const std::vector<ActingFile>& files() const { return files_; }
 
+    /// All directories that act, in an order that stays. Their functions refer to the models.
+    const std::vector<ServedTree>& trees() const { return trees_; }
+
+    /// `tell` gets a line for whatever a program does to the devices in files() and trees(), the screen
+    /// excepted, after it is done.
+    void listen(Tell tell) { tell_ = std::move(tell); }
+
 private:
     void addScreen(const std::string& path);
     void apply(const Fault& fault);
 
+    void tell(const std::string& line) const;
+
     PanelScreen screen_;
     PanelRegisters panel_;
     BoardRegisters registers_;
+    Tell tell_;
+    W1Models w1_;
+    GpioModels gpio_;
     std::vector<ActingFile> files_;
+    std::vector<ServedTree> trees_;
 };
 
 }  // namespace boardsim

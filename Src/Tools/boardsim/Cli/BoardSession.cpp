@@ -3,7 +3,6 @@
 #include <csignal>
 #include <stdexcept>
 
-#include "Tools/boardsim/Board/MdioTrace.h"
 #include "Tools/boardsim/Board/RegisterTrace.h"
 #include "Tools/boardsim/Board/ScreenTrace.h"
 #include "Tools/boardsim/Host/ExitStatus.h"
@@ -36,7 +35,7 @@ BoardSession::BoardSession(const RunOptions& options, const BoardDescription& bo
 void BoardSession::wire(SignalWatch& signals) {
     models_.screen().listen([this](const ScreenEvent& event) { onScreen(event); });
     if (trace_) {
-        models_.registers().listen([this](const MdioFrame& frame) { trace(describe(frame)); });
+        models_.listen([this](const std::string& line) { trace(line); });
     }
     loop_.watch(process_.channel().descriptor(), [this] { onControl(); });
     loop_.watch(signals.descriptor(), [this, &signals] {
@@ -98,7 +97,8 @@ void BoardSession::onControl() {
 }
 
 void BoardSession::serveFiles(Descriptor device) {
-    server_.emplace(std::move(device), models_.files(), [this] { drainSockets(); });
+    server_.emplace(std::move(device), servedRoot(models_.files(), models_.trees()),
+                    [this] { drainSockets(); });
     loop_.watch(server_->descriptor(), [this] {
         if (!server_->serveOne()) {
             loop_.unwatch(server_->descriptor());
