@@ -19,7 +19,9 @@ BoardModels::BoardModels(const BoardDescription& board, const BoardParts& missin
       registers_(board, std::chrono::steady_clock::now),
       w1_(missing.has(BoardPart::W1) ? std::vector<W1BusPart>{} : board.w1Buses,
           [this](const std::string& line) { tell(line); }),
-      gpio_(board.gpioChips, [this](const std::string& line) { tell(line); }) {
+      gpio_(board.gpioChips, [this](const std::string& line) { tell(line); }),
+      mii_(missing.has(BoardPart::Mii) ? std::vector<MiiPart>{} : board.miiPorts,
+           std::chrono::steady_clock::now, [this](const std::string& line) { tell(line); }) {
     registers_.add({"panel", board.panelRegisters(), PanelRegisters::kBlockBytes, &panel_});
     registers_.listen([this](const MdioFrame& frame) { tell(describe(frame)); });
     if (!missing.has(BoardPart::Spi) && !missing.has(BoardPart::Screen)) {
@@ -49,6 +51,9 @@ void BoardModels::apply(const Fault& fault) {
     }
     if (fault.kind == "gpio") {
         return gpio_.apply(fault);
+    }
+    if (fault.kind == "mii") {
+        return mii_.apply(fault);
     }
     if (registers_.apply(fault)) {
         return;

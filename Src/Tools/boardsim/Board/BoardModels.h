@@ -8,6 +8,7 @@
 #include "Tools/boardsim/Board/Fault.h"
 #include "Tools/boardsim/Board/FileTrace.h"
 #include "Tools/boardsim/Board/GpioModels.h"
+#include "Tools/boardsim/Board/MiiModels.h"
 #include "Tools/boardsim/Board/W1Models.h"
 #include "Tools/boardsim/Host/ActingFile.h"
 #include "Tools/boardsim/Models/PanelRegisters.h"
@@ -38,8 +39,11 @@ public:
     /// All directories that act, in an order that stays. Their functions refer to the models.
     const std::vector<ServedTree>& trees() const { return trees_; }
 
-    /// `tell` gets a line for whatever a program does to the devices in files() and trees(), the screen
-    /// excepted, after it is done.
+    /// The network interfaces that answer; none when the board lacks them.
+    MiiModels& mii() { return mii_; }
+
+    /// `tell` gets a line for whatever a program does to the devices in files(), trees() and mii(), the
+    /// screen excepted, after it is done.
     void listen(Tell tell) { tell_ = std::move(tell); }
 
 private:
@@ -54,6 +58,7 @@ private:
     Tell tell_;
     W1Models w1_;
     GpioModels gpio_;
+    MiiModels mii_;
     std::vector<ActingFile> files_;
     std::vector<ServedTree> trees_;
 };
