@@ -2,6 +2,8 @@
 
 #include <stdexcept>
 
+#include "Tools/boardsim/Board/MdioTrace.h"
+
 namespace boardsim {
 namespace {
 
@@ -21,6 +23,7 @@ BoardModels::BoardModels(const BoardDescription& board, const BoardParts& missin
       mii_(missing.has(BoardPart::Mii) ? std::vector<MiiPart>{} : board.miiPorts,
            std::chrono::steady_clock::now, [this](const std::string& line) { tell(line); }) {
     registers_.add({"panel", board.panelRegisters(), PanelRegisters::kBlockBytes, &panel_});
+    registers_.listen([this](const MdioFrame& frame) { tell(describe(frame)); });
     if (!missing.has(BoardPart::Spi) && !missing.has(BoardPart::Screen)) {
         addScreen(board.panelDirectory() + "/screen");
     }

@@ -3,7 +3,6 @@
 #include <csignal>
 #include <stdexcept>
 
-#include "Tools/boardsim/Board/MdioTrace.h"
 #include "Tools/boardsim/Board/RegisterTrace.h"
 #include "Tools/boardsim/Board/ScreenTrace.h"
 #include "Tools/boardsim/Host/ExitStatus.h"
@@ -37,7 +36,6 @@ void BoardSession::wire(SignalWatch& signals) {
     models_.screen().listen([this](const ScreenEvent& event) { onScreen(event); });
     if (trace_) {
         models_.listen([this](const std::string& line) { trace(line); });
-        models_.registers().listen([this](const MdioFrame& frame) { trace(describe(frame)); });
     }
     loop_.watch(process_.channel().descriptor(), [this] { onControl(); });
     loop_.watch(signals.descriptor(), [this, &signals] {
