@@ -49,22 +49,32 @@ TEST(W1EndToEnd, TheCardsIdentityIsRead) {
     EXPECT_EQ("2d-00000a1b2c3d serial yes 2012345678903 valid yes type 0x80\n", drive({"identity:1"}).out);
 }
 
-/// Faults that the EEPROM's driver gets over, or not.
+const char* const kRead = "2d-00000a1b2c3d serial yes 2012345678903 valid yes type 0x80\n";
+const char* const kNotRead =
+    "no identity EEPROM\n00-000000000000 serial no 0000000000000 valid no type 0x00\n";
+
+/// What goes wrong while the EEPROM is looked for, and what is known of it then.
 struct Row {
+    const char* name;
     const char* fault;
     const char* out;
 };
 
 class IdentityFault : public testing::TestWithParam<Row> {};
 
-TEST_P(IdentityFault, IsGotOver) {
-    EXPECT_EQ(GetParam().out, drive({"identity:1"}, faulty(GetParam().fault)).out) << GetParam().fault;
+TEST_P(IdentityFault, ShowsInWhatIsRead) {
+    EXPECT_EQ(GetParam().out, drive({"identity:1"}, faulty(GetParam().fault)).out);
 }
 
-const char* const kRead = "2d-00000a1b2c3d serial yes 2012345678903 valid yes type 0x80\n";
-INSTANTIATE_TEST_SUITE_P(Faults, IdentityFault,
-                         testing::Values(Row{"w1:2d-00000a1b2c3d:short-read:times=5", kRead},
-                                         Row{"w1:2d-00000a1b2c3d:unplug:times=1:after=1", kRead}));
+INSTANTIATE_TEST_SUITE_P(
+    Faults, IdentityFault,
+    testing::Values(Row{"ShortReadsAreContinued", "w1:2d-00000a1b2c3d:short-read:times=5", kRead},
+                    Row{"DataThatDoNotComeAreReadAgain", "w1:2d-00000a1b2c3d:unplug:times=3:after=2", kRead},
+                    // A checksum that cannot be read closes the file.
+                    Row{"AChecksumThatDoesNotComeEndsIt", "w1:2d-00000a1b2c3d:unplug:times=1:after=1",
+                        kNotRead},
+                    Row{"AChipThatIsOffTheBusIsNoIdentity", "w1:2d-00000a1b2c3d:unplug", kNotRead}),
+    [](const auto& row) { return std::string(row.param.name); });
 
 TEST(W1EndToEnd, AWrongBitIsNoticedAndReadAnew) {
     const BoardRun run = drive({"identity:1"}, faulty("w1:2d-00000a1b2c3d:crc:times=1").traced());
