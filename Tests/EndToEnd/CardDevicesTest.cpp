@@ -12,7 +12,7 @@ using testing::HasSubstr;
 using testing::Not;
 
 BoardRun drive(const std::vector<std::string>& words, const support::VirtualBoard& on = board()) {
-    std::vector<std::string> command{DEVICE_CLIENT};
+    std::vector<std::string> command{CARD_DEVICES};
     command.insert(command.end(), words.begin(), words.end());
     return on.run(command);
 }
