@@ -8,7 +8,7 @@ namespace {
 
 /// In the order of the enumeration.
 constexpr std::array<std::string_view, kBoardParts> kNames{
-    "screen", "spi", "panel-registers", "layout", "fpga", "gpio", "log", "font", "font-directory"};
+    "screen", "spi", "panel-registers", "layout", "fpga", "gpio", "log", "font", "font-directory", "i2c"};
 
 }  // namespace
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "Tools/boardsim/Board/I2cWorld.h"
+
 namespace boardsim {
 namespace {
 
@@ -58,9 +60,8 @@ WorldPlan planWorld(const BoardDescription& board, const BoardParts& missing, co
                     const std::vector<ActingFile>& acting, bool reportsRegisters) {
     WorldPlan plan;
     plan.covers = {
-        {"/dev", kUsualNodes},
-        {"/sys/bus", {}, {"avalon", kRegisterSocket}},
-        {"/tmp", {}, {"i2c"}},
+        {"/dev", kUsualNodes},           {"/sys/bus", {}, {"avalon", "i2c", kRegisterSocket}},
+        {"/sys/class", {}, {"i2c-dev"}}, {"/tmp", {}, {"i2c"}},
         {"/opt", {}, {"pattern"}},
     };
     plan.directories = {"/tmp/i2c"};
@@ -68,6 +69,9 @@ WorldPlan planWorld(const BoardDescription& board, const BoardParts& missing, co
     planFpga(plan, board, missing);
     planPanel(plan, board, missing);
     planFont(plan, missing, font);
+    if (!missing.has(BoardPart::I2c)) {
+        planI2c(plan, board.i2c);
+    }
     for (const ActingFile& file : acting) {
         plan.acting.push_back(file.path);
     }

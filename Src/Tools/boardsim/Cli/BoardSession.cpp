@@ -36,6 +36,9 @@ BoardSession::BoardSession(const RunOptions& options, const BoardDescription& bo
 void BoardSession::wire(SignalWatch& signals) {
     models_.screen().listen([this](const ScreenEvent& event) { onScreen(event); });
     if (trace_) {
+        models_.tell([this](std::string_view event, bool isRepeatable) {
+            isRepeatable ? traceRepeatable(event) : trace(event);
+        });
         models_.registers().listen([this](const MdioFrame& frame) { trace(describe(frame)); });
     }
     loop_.watch(process_.channel().descriptor(), [this] { onControl(); });
