@@ -9,7 +9,7 @@ using boardsim::BoardParts;
 
 TEST(BoardPartTest, NamesGoBothWays) {
     for (const char* name :
-         {"screen", "spi", "panel-registers", "layout", "fpga", "gpio", "log", "font", "font-directory"}) {
+         {"screen", "spi", "panel-registers", "layout", "fpga", "gpio", "log", "font", "font-directory", "w1", "cpld"}) {
         const auto part = boardsim::partNamed(name);
         ASSERT_TRUE(part) << name;
         EXPECT_EQ(name, boardsim::partName(*part));
@@ -19,7 +19,7 @@ TEST(BoardPartTest, NamesGoBothWays) {
 }
 
 TEST(BoardPartTest, AllNamesAreListed) {
-    EXPECT_EQ("screen, spi, panel-registers, layout, fpga, gpio, log, font, font-directory",
+    EXPECT_EQ("screen, spi, panel-registers, layout, fpga, gpio, log, font, font-directory, w1, cpld, i2c",
               boardsim::allPartNames());
 }
 

@@ -1,11 +1,13 @@
 // A program for the virtual board that does what its words say, one after the other. Everything it touches,
 // it touches as the device's software would: the "screen" file, the mapped registers, syslog.
 #include <fcntl.h>
+#include <sys/ioctl.h>
 #include <sys/mman.h>
 #include <syslog.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <chrono>
 #include <csignal>
 #include <cstdint>
@@ -119,6 +121,19 @@ void tellSignals(const std::string&) {
     }
 }
 
+/// "REQUEST,ARGUMENT" for "/dev/gpio"; prints what the call gives, or -1 and the error's number.
+void askGpio(const std::string& words) {
+    static const int device = open("/dev/gpio", O_RDONLY | O_CLOEXEC);
+    const std::size_t comma = words.find(',');
+    const int result = ioctl(device, static_cast<unsigned long>(number(words.substr(0, comma))),
+                             static_cast<unsigned long>(number(words.substr(comma + 1))));
+    if (result < 0) {
+        std::printf("-1, %d\n", errno);
+    } else {
+        std::printf("%d\n", result);
+    }
+}
+
 const std::map<std::string, std::function<void(const std::string&)>> kWords{
     {"draw", [](const std::string& value) { put(std::string(15360, static_cast<char>(number(value)))); }},
     {"state", [](const std::string& state) { put(state + "\n"); }},
@@ -143,6 +158,7 @@ const std::map<std::string, std::function<void(const std::string&)>> kWords{
      [](const std::string& value) { registers()[kPanelLed] = static_cast<std::uint32_t>(number(value)); }},
     {"spoil",
      [](const std::string& v) { registers()[kPanelCounters] = static_cast<std::uint32_t>(number(v)); }},
+    {"gpio", askGpio},
     {"log", [](const std::string& text) { syslog(LOG_LOCAL0 | LOG_INFO, "%s", text.c_str()); }},
     {"hang", sayAndHang},
     {"signals", tellSignals},

@@ -118,9 +118,9 @@ TEST(RunTest, DevHoldsTheUsualNodesAndTheBoardsAndNothingElse) {
     const BoardRun run = shell("ls /dev");
     std::istringstream names(run.out);
     for (std::string name; names >> name;) {
-        EXPECT_THAT(
-            name, testing::AnyOf("null", "zero", "full", "random", "urandom", "tty", "ptmx", "pts", "shm",
-                                 "mqueue", "fuse", "stdin", "stdout", "stderr", "fd", "log", "fpga", "gpio"));
+        EXPECT_THAT(name, testing::AnyOf("null", "zero", "full", "random", "urandom", "tty", "ptmx", "pts",
+                                         "shm", "mqueue", "fuse", "stdin", "stdout", "stderr", "fd", "log",
+                                         "fpga", "gpio", "cpld"));
     }
     EXPECT_THAT(run.out, HasSubstr("fpga\n"));
     EXPECT_EQ("", shell("ls -A /dev | grep '^\\.'").out);

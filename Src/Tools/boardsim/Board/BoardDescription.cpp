@@ -7,6 +7,33 @@ namespace {
 
 constexpr std::uint32_t kAddressMask = ~0x3FU;
 
+/// The card's serial number, an EAN-13 of the range for use inside a house, made on 2023-11-14 and never
+/// serviced; low bytes first.
+const EepromRecord kCardSerial{0,
+                               {0x37, 0x3C, 0x26, 0x89, 0xD4, 0x01, 0, 0,  //
+                                0x00, 0xF1, 0x53, 0x65, 0, 0, 0, 0}};
+
+/// The card's version record behind it: type 0x80, version 0001.02, 2023-11-14, build 7; low bytes first.
+const EepromRecord kCardVersion{18, {0x02, 0x01, 0x00, 0x80, 0x07, 0x00, 0x6E, 0x2F, 0, 0, 0, 0}};
+
+std::vector<W1BusPart> makeW1Buses() {
+    constexpr std::int32_t kWarm = 31 * 16 + 4;
+    constexpr std::int32_t kWarmer = 42 * 16 + 8;
+    return {
+        {{{0x00000A1B2C3D, {kCardSerial, kCardVersion}}}, {{0x0000001A2B3C, 0, kWarm}}},
+        {{}, {{0x00000052F00D, 3, kWarmer}}},
+    };
+}
+
+/// The card ID at 0x40: as in the EEPROM, but the hardware counts months from 0.
+std::vector<std::uint32_t> makeCpld() {
+    std::vector<std::uint32_t> words(64);
+    constexpr std::size_t kCardId = 0x40 / 4;
+    words[kCardId] = 0x80000104;
+    words[kCardId + 1] = 0x2F4E0002;
+    return words;
+}
+
 BoardDescription makeOrca() {
     BoardDescription board;
     board.name = "orca";
@@ -30,6 +57,10 @@ BoardDescription makeOrca() {
     board.panelSpiCore = "subsys_hps_oled_spi";
     board.panelRegisterCore = "subsys_hps_oled_io_spi";
     board.panelSpiDevice = "1.0";
+    board.w1Buses = makeW1Buses();
+    board.gpioChips = {{"reset_pio", 480, 16}, {"oled_pio", 496, 8}, {"misc_pio", 504, 8}};
+    board.cpldCores = {{"cardid", 0x00010000, {0x00000041}}, {"bus_breakout", 0x00010000, {0x00000080}}};
+    board.cpld = makeCpld();
     board.mdioCore = "ethernet_mdio";
     board.phys = {{0, PhyModel::Dp83867}, {1, PhyModel::Phy88e1510}};
     board.macCore = "subsys_hps_eth_mac";

@@ -8,6 +8,8 @@
 
 #include "Tools/boardsim/Board/I2cDescription.h"
 #include "Tools/boardsim/Board/Layout.h"
+#include "Tools/boardsim/Board/W1Description.h"
+#include "Tools/boardsim/Models/GpioBlock.h"
 #include "Tools/boardsim/Models/PanelScreen.h"
 
 namespace boardsim {
@@ -31,6 +33,12 @@ struct BoardDescription {
     std::string panelSpiCore{};       ///< the SPI master that the screen hangs on
     std::string panelRegisterCore{};  ///< the block of buttons, encoder and LED
     std::string panelSpiDevice{};     ///< bus and chip select, "1.0"
+
+    // Beside the FPGA.
+    std::vector<W1BusPart> w1Buses{};  ///< the first is number 1
+    std::vector<GpioChip> gpioChips{};
+    std::vector<Core> cpldCores{};  ///< of the second programmable device, in the order of its layout file
+    std::vector<std::uint32_t> cpld{};  ///< its registers from address 0, as words
 
     // Cores whose registers act.
     std::string mdioCore{};  ///< the master of the MDIO bus

@@ -1,7 +1,5 @@
 #include "Tools/boardsim/Board/BoardModels.h"
 
-#include <array>
-#include <cstdio>
 #include <stdexcept>
 
 #include "Tools/boardsim/Host/RegisterFile.h"
@@ -13,34 +11,51 @@ Transfer toTransfer(const ScreenAnswer& answer) {
     return {answer.count, answer.error};
 }
 
-/// "video read 0x12 0x80"
-std::string describeVideoRegister(const char* what, std::size_t number, unsigned value) {
-    std::array<char, 40> text{};
-    std::snprintf(text.data(), text.size(), "video %s 0x%02zx 0x%02x", what, number, value);
-    return text.data();
-}
-
 }  // namespace
 
 BoardModels::BoardModels(const BoardDescription& board, const BoardParts& missing, ScreenFault screen,
                          const std::vector<Fault>& faults)
     : screen_(board.panel, screen),
       registers_(board, std::chrono::steady_clock::now),
+      w1_(missing.has(BoardPart::W1) ? std::vector<W1BusPart>{} : board.w1Buses,
+          [this](const std::string& line) { tell(line); }),
+      gpio_(board.gpioChips, [this](const std::string& line) { tell(line); }),
       i2c_(missing.has(BoardPart::I2c) ? I2cDescription{} : board.i2c) {
     registers_.add({"panel", board.panelRegisters(), PanelRegisters::kBlockBytes, &panel_});
     if (!missing.has(BoardPart::Spi) && !missing.has(BoardPart::Screen)) {
         addScreen(board.panelDirectory() + "/screen");
     }
-    addVideoChip(board.videoDirectory() + "/adv_regs");
+    if (!missing.has(BoardPart::Spi)) {
+        addVideoChip(board.videoDirectory() + "/adv_regs");
+    }
     for (ActingFile& file : i2c_.files()) {
         files_.push_back(std::move(file));
     }
+    if (!missing.has(BoardPart::Gpio)) {
+        files_.push_back(gpio_.device());
+    }
+    if (!missing.has(BoardPart::W1)) {
+        trees_.push_back(w1_.tree());
+    }
+    trees_.push_back(gpio_.tree());
     for (const Fault& fault : faults) {
         apply(fault);
     }
 }
 
+void BoardModels::tell(const std::string& line) const {
+    if (tell_) {
+        tell_(line);
+    }
+}
+
 void BoardModels::apply(const Fault& fault) {
+    if (fault.kind == "w1") {
+        return w1_.apply(fault);
+    }
+    if (fault.kind == "gpio") {
+        return gpio_.apply(fault);
+    }
     if (registers_.apply(fault) || i2c_.apply(fault)) {
         return;
     }
@@ -48,24 +63,15 @@ void BoardModels::apply(const Fault& fault) {
                                 fault.kind + "'");
 }
 
-void BoardModels::tell(const Teller& teller) {
-    teller_ = teller;
-    i2c_.tell(teller);
-}
-
 void BoardModels::addVideoChip(const std::string& path) {
     ByteRegisters registers;
     registers.count = VideoChip::kRegisters;
-    registers.get = [this](std::size_t number) {
-        const std::uint8_t value = videoChip_.at(static_cast<std::uint8_t>(number));
-        teller_(describeVideoRegister("read", number, value), true);
-        return value;
-    };
+    registers.get = [this](std::size_t number) { return videoChip_.at(static_cast<std::uint8_t>(number)); };
     registers.set = [this](std::size_t number, std::uint8_t value) {
         videoChip_.set(static_cast<std::uint8_t>(number), value);
-        teller_(describeVideoRegister("write", number, value), false);
     };
-    files_.push_back(registerFile(path, std::move(registers)));
+    const Tell telling = [this](const std::string& line) { tell(line); };
+    files_.push_back(sharedFile(path, traced("video adv_regs", registerFile(registers), telling)));
 }
 
 void BoardModels::addScreen(const std::string& path) {

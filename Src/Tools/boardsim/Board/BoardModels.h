@@ -6,8 +6,10 @@
 #include "Tools/boardsim/Board/BoardPart.h"
 #include "Tools/boardsim/Board/BoardRegisters.h"
 #include "Tools/boardsim/Board/Fault.h"
+#include "Tools/boardsim/Board/FileTrace.h"
+#include "Tools/boardsim/Board/GpioModels.h"
 #include "Tools/boardsim/Board/I2cDevices.h"
-#include "Tools/boardsim/Board/Teller.h"
+#include "Tools/boardsim/Board/W1Models.h"
 #include "Tools/boardsim/Host/ActingFile.h"
 #include "Tools/boardsim/Models/PanelRegisters.h"
 #include "Tools/boardsim/Models/PanelScreen.h"
@@ -32,24 +34,35 @@ public:
     /// All register blocks, the panel's among them.
     BoardRegisters& registers() { return registers_; }
 
-    /// What happens on the board's buses is told to `teller`.
-    void tell(const Teller& teller);
+    I2cDevices& i2c() { return i2c_; }
 
     /// All files that act, in an order that stays. Their functions refer to the models.
     const std::vector<ActingFile>& files() const { return files_; }
+
+    /// All directories that act, in an order that stays. Their functions refer to the models.
+    const std::vector<ServedTree>& trees() const { return trees_; }
+
+    /// `tell` gets a line for whatever a program does to the devices in files() and trees(), the screen
+    /// and what is in i2c() excepted, after it is done.
+    void listen(Tell tell) { tell_ = std::move(tell); }
 
 private:
     void addScreen(const std::string& path);
     void addVideoChip(const std::string& path);
     void apply(const Fault& fault);
 
+    void tell(const std::string& line) const;
+
     PanelScreen screen_;
     PanelRegisters panel_;
     BoardRegisters registers_;
+    Tell tell_;
+    W1Models w1_;
+    GpioModels gpio_;
     VideoChip videoChip_;
     I2cDevices i2c_;
-    Teller teller_ = [](std::string_view, bool) {};
     std::vector<ActingFile> files_;
+    std::vector<ServedTree> trees_;
 };
 
 }  // namespace boardsim

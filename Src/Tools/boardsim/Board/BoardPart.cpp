@@ -8,7 +8,8 @@ namespace {
 
 /// In the order of the enumeration.
 constexpr std::array<std::string_view, kBoardParts> kNames{
-    "screen", "spi", "panel-registers", "layout", "fpga", "gpio", "log", "font", "font-directory", "i2c"};
+    "screen", "spi",  "panel-registers", "layout", "fpga", "gpio",
+    "log",    "font", "font-directory",  "w1",     "cpld", "i2c"};
 
 }  // namespace
 

@@ -19,9 +19,11 @@ enum class BoardPart : std::uint8_t {
     Log,             ///< the system log's socket
     Font,            ///< the font; its directory is there
     FontDirectory,   ///< the font's directory
+    W1,              ///< the 1-Wire buses
+    Cpld,            ///< the second programmable device: node and layout
     I2c,             ///< the I2C buses and the registry of their devices
 };
-inline constexpr std::size_t kBoardParts = 10;
+inline constexpr std::size_t kBoardParts = 12;
 
 /// The word for a part on the command line: "panel-registers".
 std::string_view partName(BoardPart part);

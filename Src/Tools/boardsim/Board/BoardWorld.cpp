@@ -44,6 +44,18 @@ void planFpga(WorldPlan& plan, const BoardDescription& board, const BoardParts& 
     }
 }
 
+/// Its registers only tell what it is: a plain file holds them.
+void planCpld(WorldPlan& plan, const BoardDescription& board) {
+    plan.files.push_back({std::string(kBusDevices) + "cpld/layout", encodeLayout(board.cpldCores)});
+    std::string bytes;
+    for (const std::uint32_t word : board.cpld) {
+        for (unsigned shift = 0; shift < 32; shift += 8) {
+            bytes += static_cast<char>(word >> shift & 0xFF);
+        }
+    }
+    plan.files.push_back({"/dev/cpld", std::move(bytes)});
+}
+
 void planFont(WorldPlan& plan, const BoardParts& missing, const std::string& font) {
     if (missing.has(BoardPart::FontDirectory)) {
         return;
@@ -57,11 +69,14 @@ void planFont(WorldPlan& plan, const BoardParts& missing, const std::string& fon
 }  // namespace
 
 WorldPlan planWorld(const BoardDescription& board, const BoardParts& missing, const std::string& font,
-                    const std::vector<ActingFile>& acting, bool reportsRegisters) {
+                    const std::vector<ActingFile>& acting, const std::vector<ServedTree>& trees,
+                    bool reportsRegisters) {
     WorldPlan plan;
     plan.covers = {
-        {"/dev", kUsualNodes},           {"/sys/bus", {}, {"avalon", "i2c", kRegisterSocket}},
-        {"/sys/class", {}, {"i2c-dev"}}, {"/tmp", {}, {"i2c"}},
+        {"/dev", kUsualNodes},
+        {"/sys/bus", {}, {"avalon", "i2c", "w1", kRegisterSocket}},
+        {"/sys/class", {}, {"gpio", "i2c-dev"}},
+        {"/tmp", {}, {"i2c"}},
         {"/opt", {}, {"pattern"}},
     };
     plan.directories = {"/tmp/i2c"};
@@ -75,8 +90,13 @@ WorldPlan planWorld(const BoardDescription& board, const BoardParts& missing, co
     for (const ActingFile& file : acting) {
         plan.acting.push_back(file.path);
     }
-    if (!missing.has(BoardPart::Gpio)) {
-        plan.files.push_back({"/dev/gpio"});
+    for (const ServedTree& tree : trees) {
+        plan.trees.push_back(tree.path);
+    }
+    // The screen is what the board is for.
+    plan.needsFuse = !missing.has(BoardPart::Screen) && !missing.has(BoardPart::Spi);
+    if (!missing.has(BoardPart::Cpld)) {
+        planCpld(plan, board);
     }
     if (!missing.has(BoardPart::Log)) {
         plan.logSocket = "/dev/log";

@@ -132,10 +132,10 @@ bool I2cDevices::apply(const Fault& fault) {
     return true;
 }
 
-void I2cDevices::tell(const Teller& teller) {
+void I2cDevices::listen(const Listener& listener) {
     for (auto& [number, bus] : buses_) {
-        bus.listen([teller, name = "i2c-" + std::to_string(number)](const I2cEvent& event) {
-            teller(describe(name, event), reads(event));
+        bus.listen([listener, name = "i2c-" + std::to_string(number)](const I2cEvent& event) {
+            listener(describe(name, event), reads(event));
         });
     }
 }

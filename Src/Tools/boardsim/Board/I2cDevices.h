@@ -10,7 +10,6 @@
 
 #include "Tools/boardsim/Board/Fault.h"
 #include "Tools/boardsim/Board/I2cDescription.h"
-#include "Tools/boardsim/Board/Teller.h"
 #include "Tools/boardsim/Host/ActingFile.h"
 #include "Tools/boardsim/Models/I2cBus.h"
 #include "Tools/boardsim/Models/Lm75.h"
@@ -21,6 +20,10 @@ namespace boardsim {
 /// The I2C buses of a board with their chips. Not thread-safe.
 class I2cDevices {
 public:
+    /// Takes a transfer in the words of the trace. What reads is repeatable: it comes in long rows when a
+    /// program polls.
+    using Listener = std::function<void(std::string_view event, bool isRepeatable)>;
+
     explicit I2cDevices(const I2cDescription& description);
     I2cDevices(const I2cDevices&) = delete;
     I2cDevices& operator=(const I2cDevices&) = delete;
@@ -35,8 +38,8 @@ public:
     /// @throws std::invalid_argument when there is no such thing, or it cannot have this fault.
     bool apply(const Fault& fault);
 
-    /// Every transfer is told to `teller`.
-    void tell(const Teller& teller);
+    /// Every transfer is told to `listener`.
+    void listen(const Listener& listener);
 
 private:
     struct Chip {

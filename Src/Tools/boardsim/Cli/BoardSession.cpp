@@ -36,7 +36,8 @@ BoardSession::BoardSession(const RunOptions& options, const BoardDescription& bo
 void BoardSession::wire(SignalWatch& signals) {
     models_.screen().listen([this](const ScreenEvent& event) { onScreen(event); });
     if (trace_) {
-        models_.tell([this](std::string_view event, bool isRepeatable) {
+        models_.listen([this](const std::string& line) { trace(line); });
+        models_.i2c().listen([this](std::string_view event, bool isRepeatable) {
             isRepeatable ? traceRepeatable(event) : trace(event);
         });
         models_.registers().listen([this](const MdioFrame& frame) { trace(describe(frame)); });
@@ -101,7 +102,8 @@ void BoardSession::onControl() {
 }
 
 void BoardSession::serveFiles(Descriptor device) {
-    server_.emplace(std::move(device), models_.files(), [this] { drainSockets(); });
+    server_.emplace(std::move(device), servedRoot(models_.files(), models_.trees()),
+                    [this] { drainSockets(); });
     loop_.watch(server_->descriptor(), [this] {
         if (!server_->serveOne()) {
             loop_.unwatch(server_->descriptor());

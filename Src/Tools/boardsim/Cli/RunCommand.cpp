@@ -67,8 +67,8 @@ int runProgramOnBoard(const RunOptions& options) {
         Outputs outputs(options);
         const BoardDescription& board = orcaBoard();
         BoardModels models(board, options.missing, options.screen, options.faults);
-        const WorldPlan plan =
-            planWorld(board, options.missing, options.font, models.files(), !options.traceFile.empty());
+        const WorldPlan plan = planWorld(board, options.missing, options.font, models.files(), models.trees(),
+                                         !options.traceFile.empty());
         ProgramStart start{options.program};
         if (const int refused = addTrap(start, plan, models.registers()); refused != kSuccess) {
             return refused;

@@ -11,7 +11,7 @@ std::size_t countFrom(const ByteRegisters& registers, std::uint64_t offset, std:
 
 }  // namespace
 
-ActingFile registerFile(std::string path, ByteRegisters registers) {
+FileCalls registerFile(const ByteRegisters& registers) {
     FileCalls calls;
     calls.read = [registers](std::uint64_t offset, std::span<std::byte> into) -> Transfer {
         const std::size_t count = countFrom(registers, offset, into.size());
@@ -30,7 +30,7 @@ ActingFile registerFile(std::string path, ByteRegisters registers) {
         }
         return {count};
     };
-    return sharedFile(std::move(path), std::move(calls));
+    return calls;
 }
 
 }  // namespace boardsim

@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
-#include <string>
 
 #include "Tools/boardsim/Host/ActingFile.h"
 
@@ -18,6 +17,6 @@ struct ByteRegisters {
 
 /// Reading ends behind the last register; writing there is refused with EFBIG, and what reaches beyond it is
 /// cut.
-ActingFile registerFile(std::string path, ByteRegisters registers);
+FileCalls registerFile(const ByteRegisters& registers);
 
 }  // namespace boardsim

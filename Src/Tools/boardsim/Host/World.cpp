@@ -48,9 +48,10 @@ Descriptor holdSource(const std::string& path) {
     return source;
 }
 
-Descriptor openFuse() {
+/// @return none when there is none and it is not needed.
+Descriptor openFuse(bool isNeeded) {
     Descriptor device(open("/dev/fuse", O_RDWR | O_CLOEXEC | O_NONBLOCK));
-    if (!device) {
+    if (!device && isNeeded) {
         throw std::runtime_error(
             std::string("cannot open /dev/fuse: ") + std::strerror(errno) +
             ".\nLoad the kernel's module with: modprobe fuse; let everybody use it with: "
@@ -109,9 +110,9 @@ void makeSocket(const std::string& path, int type, ControlKind kind, ControlChan
     host.send(kind, 0, {}, socket.get());
 }
 
-/// Acting files live in one served file system, mounted where nobody looks; each is bound to its place, so
-/// that every path lookup on the way there is the kernel's own affair.
-void makeActingFiles(const WorldPlan& plan, Descriptor device, ControlChannel& host) {
+/// Acting files and trees live in one served file system, mounted where nobody looks; each is bound to its
+/// place, so that every path lookup on the way there is the kernel's own affair.
+void makeServed(const WorldPlan& plan, Descriptor device, ControlChannel& host) {
     const std::string& hidden = plan.hiddenDirectory;
     fs::create_directories(hidden);
     const std::string options =
@@ -126,9 +127,14 @@ void makeActingFiles(const WorldPlan& plan, Descriptor device, ControlChannel& h
     // Were it open in here too, the files would go on waiting for answers when boardsim is gone.
     device.reset();
 
-    for (std::size_t i = 0; i < plan.acting.size(); ++i) {
-        makeFile(plan.acting[i]);
-        bindPath(hidden + "/" + actingName(i), plan.acting[i]);
+    std::size_t number = 0;
+    for (const std::string& file : plan.acting) {
+        makeFile(file);
+        bindPath(hidden + "/" + actingName(number++), file);
+    }
+    for (const std::string& tree : plan.trees) {
+        fs::create_directories(tree);
+        bindPath(hidden + "/" + actingName(number++), tree);
     }
     if (umount2(hidden.c_str(), MNT_DETACH) != 0) {
         throw systemError("cannot hide " + hidden);
@@ -147,8 +153,8 @@ void makeWorld(const WorldPlan& plan, ControlChannel& host) {
     enterPrivateMounts(CLONE_NEWPID);
 
     Descriptor fuse;
-    if (!plan.acting.empty()) {
-        fuse = openFuse();
+    if (!plan.acting.empty() || !plan.trees.empty()) {
+        fuse = openFuse(plan.needsFuse);
     }
     std::vector<Descriptor> sources;
     for (const BorrowedFile& file : plan.borrowed) {
@@ -185,7 +191,7 @@ void makeWorld(const WorldPlan& plan, ControlChannel& host) {
         makeSocket(plan.registerSocket, SOCK_SEQPACKET, ControlKind::RegisterSocket, host);
     }
     if (fuse) {
-        makeActingFiles(plan, std::move(fuse), host);
+        makeServed(plan, std::move(fuse), host);
     }
 }
 

@@ -14,7 +14,8 @@ namespace boardsim {
 /// @throws std::exception whose text says what failed and, for what an administrator can allow, how.
 void makeWorld(const WorldPlan& plan, ControlChannel& host);
 
-/// The name under which the acting file number `index` of a plan is looked up on the served descriptor.
+/// The name under which a served thing of a plan is looked up on the served descriptor: its acting files are
+/// numbered from 0, its trees from where they end.
 std::string actingName(std::size_t index);
 
 }  // namespace boardsim

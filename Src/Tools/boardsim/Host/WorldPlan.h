@@ -48,6 +48,10 @@ struct WorldPlan {
     std::vector<SymbolicLink> links{};
     std::vector<BorrowedFile> borrowed{};
     std::vector<std::string> acting{};  ///< files whose every access is answered by boardsim
+    std::vector<std::string> trees{};   ///< directories that boardsim serves with all that is in them
+    /// Whether the board is of no use without acting files and trees. Where there is no FUSE, and it is not
+    /// true, they are left out.
+    bool needsFuse = true;
     MemoryFile registers{};
     std::string logSocket{};        ///< path of the datagram socket for syslog; none when empty
     std::string trapSocket{};       ///< path of the datagram socket for register accesses; none when empty
