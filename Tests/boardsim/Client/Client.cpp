@@ -1,8 +1,11 @@
 // A program for the virtual board that does what its words say, one after the other. Everything it touches,
 // it touches as the device's software would: the "screen" file, the mapped registers, syslog.
 #include <fcntl.h>
+#include <linux/mii.h>
+#include <net/if.h>
 #include <sys/ioctl.h>
 #include <sys/mman.h>
+#include <sys/socket.h>
 #include <syslog.h>
 #include <unistd.h>
 
@@ -13,8 +16,10 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <functional>
 #include <map>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -134,6 +139,32 @@ void askGpio(const std::string& words) {
     }
 }
 
+/// "INTERFACE,REQUEST,PHY,REGISTER[,VALUE]"; prints the result, the PHY and the value that came back, or -1
+/// and the error's number.
+void askInterface(const std::string& words) {
+    static const int any = socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
+    std::istringstream rest(words);
+    std::string interface;
+    std::getline(rest, interface, ',');
+    std::vector<int> numbers;
+    for (std::string word; std::getline(rest, word, ',');) {
+        numbers.push_back(number(word));
+    }
+    numbers.resize(4);
+    ifreq record{};
+    std::strncpy(record.ifr_name, interface.c_str(), IFNAMSIZ - 1);
+    mii_ioctl_data data{static_cast<std::uint16_t>(numbers[1]), static_cast<std::uint16_t>(numbers[2]),
+                        static_cast<std::uint16_t>(numbers[3]), 0};
+    std::memcpy(&record.ifr_ifru, &data, sizeof data);
+    const int result = ioctl(any, static_cast<unsigned long>(numbers[0]), &record);
+    std::memcpy(&data, &record.ifr_ifru, sizeof data);
+    if (result < 0) {
+        std::printf("-1, %d\n", errno);
+    } else {
+        std::printf("%d, phy %d, 0x%04x\n", result, data.phy_id, data.val_out);
+    }
+}
+
 const std::map<std::string, std::function<void(const std::string&)>> kWords{
     {"draw", [](const std::string& value) { put(std::string(15360, static_cast<char>(number(value)))); }},
     {"state", [](const std::string& state) { put(state + "\n"); }},
@@ -159,6 +190,7 @@ const std::map<std::string, std::function<void(const std::string&)>> kWords{
     {"spoil",
      [](const std::string& v) { registers()[kPanelCounters] = static_cast<std::uint32_t>(number(v)); }},
     {"gpio", askGpio},
+    {"mii", askInterface},
     {"log", [](const std::string& text) { syslog(LOG_LOCAL0 | LOG_INFO, "%s", text.c_str()); }},
     {"hang", sayAndHang},
     {"signals", tellSignals},

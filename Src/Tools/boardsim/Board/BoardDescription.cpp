@@ -59,6 +59,7 @@ BoardDescription makeOrca() {
     board.panelSpiDevice = "1.0";
     board.w1Buses = makeW1Buses();
     board.gpioChips = {{"reset_pio", 480, 16}, {"oled_pio", 496, 8}, {"misc_pio", 504, 8}};
+    board.miiPorts = {{"eth0", {0, PhyModel::Phy88e1510}}, {"eth1", {1, PhyModel::Dp83867}}};
     board.cpldCores = {{"cardid", 0x00010000, {0x00000041}}, {"bus_breakout", 0x00010000, {0x00000080}}};
     board.cpld = makeCpld();
     board.mdioCore = "ethernet_mdio";

@@ -8,19 +8,12 @@
 
 #include "Tools/boardsim/Board/I2cDescription.h"
 #include "Tools/boardsim/Board/Layout.h"
+#include "Tools/boardsim/Board/PhyParts.h"
 #include "Tools/boardsim/Board/W1Description.h"
 #include "Tools/boardsim/Models/GpioBlock.h"
 #include "Tools/boardsim/Models/PanelScreen.h"
 
 namespace boardsim {
-
-enum class PhyModel : std::uint8_t { Dp83867, Phy88e1510 };
-
-/// A PHY on the board's MDIO bus.
-struct MdioPhy {
-    unsigned address = 0;  ///< 0-31
-    PhyModel model = PhyModel::Dp83867;
-};
 
 /// What a board consists of, without saying how a program reaches it.
 struct BoardDescription {
@@ -37,6 +30,7 @@ struct BoardDescription {
     // Beside the FPGA.
     std::vector<W1BusPart> w1Buses{};  ///< the first is number 1
     std::vector<GpioChip> gpioChips{};
+    std::vector<MiiPart> miiPorts{};
     std::vector<Core> cpldCores{};  ///< of the second programmable device, in the order of its layout file
     std::vector<std::uint32_t> cpld{};  ///< its registers from address 0, as words
 

@@ -20,6 +20,8 @@ BoardModels::BoardModels(const BoardDescription& board, const BoardParts& missin
       w1_(missing.has(BoardPart::W1) ? std::vector<W1BusPart>{} : board.w1Buses,
           [this](const std::string& line) { tell(line); }),
       gpio_(board.gpioChips, [this](const std::string& line) { tell(line); }),
+      mii_(missing.has(BoardPart::Mii) ? std::vector<MiiPart>{} : board.miiPorts,
+           std::chrono::steady_clock::now, [this](const std::string& line) { tell(line); }),
       i2c_(missing.has(BoardPart::I2c) ? I2cDescription{} : board.i2c) {
     registers_.add({"panel", board.panelRegisters(), PanelRegisters::kBlockBytes, &panel_});
     if (!missing.has(BoardPart::Spi) && !missing.has(BoardPart::Screen)) {
@@ -55,6 +57,9 @@ void BoardModels::apply(const Fault& fault) {
     }
     if (fault.kind == "gpio") {
         return gpio_.apply(fault);
+    }
+    if (fault.kind == "mii") {
+        return mii_.apply(fault);
     }
     if (registers_.apply(fault) || i2c_.apply(fault)) {
         return;

@@ -9,6 +9,7 @@
 #include "Tools/boardsim/Board/FileTrace.h"
 #include "Tools/boardsim/Board/GpioModels.h"
 #include "Tools/boardsim/Board/I2cDevices.h"
+#include "Tools/boardsim/Board/MiiModels.h"
 #include "Tools/boardsim/Board/W1Models.h"
 #include "Tools/boardsim/Host/ActingFile.h"
 #include "Tools/boardsim/Models/PanelRegisters.h"
@@ -42,8 +43,11 @@ public:
     /// All directories that act, in an order that stays. Their functions refer to the models.
     const std::vector<ServedTree>& trees() const { return trees_; }
 
-    /// `tell` gets a line for whatever a program does to the devices in files() and trees(), the screen
-    /// and what is in i2c() excepted, after it is done.
+    /// The network interfaces that answer; none when the board lacks them.
+    MiiModels& mii() { return mii_; }
+
+    /// `tell` gets a line for whatever a program does to the devices in files(), trees() and mii(), the
+    /// screen and what is in i2c() excepted, after it is done.
     void listen(Tell tell) { tell_ = std::move(tell); }
 
 private:
@@ -61,6 +65,7 @@ private:
     GpioModels gpio_;
     VideoChip videoChip_;
     I2cDevices i2c_;
+    MiiModels mii_;
     std::vector<ActingFile> files_;
     std::vector<ServedTree> trees_;
 };

@@ -87,6 +87,8 @@ void BoardSession::onControl() {
             return readTrap(std::move(message->descriptor));
         case ControlKind::RegisterSocket:
             return answerForRegisters(std::move(message->descriptor));
+        case ControlKind::SocketRequests:
+            return answerForInterfaces(std::move(message->descriptor));
         case ControlKind::RegisterMemory:
             registers_.emplace(std::move(message->descriptor), board_.fpgaBytes);
             return;
@@ -128,6 +130,18 @@ void BoardSession::readTrap(Descriptor socket) {
 void BoardSession::answerForRegisters(Descriptor listener) {
     registerServer_.emplace(std::move(listener), loop_,
                             [this](std::string_view request) { return answerRegisterAccess(request); });
+}
+
+void BoardSession::answerForInterfaces(Descriptor listener) {
+    interfaces_.emplace(std::move(listener), [this](SocketRequest& request) {
+        drainSockets();
+        return models_.mii().answer(request);
+    });
+    loop_.watch(interfaces_->descriptor(), [this] {
+        if (!interfaces_->serveOne()) {
+            loop_.unwatch(interfaces_->descriptor());
+        }
+    });
 }
 
 void BoardSession::takeRegisterReport(std::string_view datagram) {

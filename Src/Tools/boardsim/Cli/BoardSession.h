@@ -16,6 +16,7 @@
 #include "Tools/boardsim/Host/RegisterTrap/TrapEvent.h"
 #include "Tools/boardsim/Host/SharedRegisters.h"
 #include "Tools/boardsim/Host/SignalWatch.h"
+#include "Tools/boardsim/Host/SocketRequests.h"
 #include "Tools/boardsim/Host/TraceLog.h"
 #include "Tools/boardsim/Operator/KeyPlayer.h"
 
@@ -46,6 +47,7 @@ private:
     void readLog(Descriptor socket);
     void readTrap(Descriptor socket);
     void answerForRegisters(Descriptor listener);
+    void answerForInterfaces(Descriptor listener);
     void takeRegisterReport(std::string_view datagram);
     std::optional<std::uint64_t> answerRegisterAccess(std::string_view request);
     std::uint64_t readBlock(const PlacedBlock& block, TrapEvent access);
@@ -80,6 +82,7 @@ private:
     std::optional<DatagramReader> trap_;
     std::optional<RegisterServer> registerServer_;
     std::optional<FuseServer> server_;
+    std::optional<SocketRequests> interfaces_;
 };
 
 }  // namespace boardsim

@@ -70,6 +70,7 @@ int runProgramOnBoard(const RunOptions& options) {
         const WorldPlan plan = planWorld(board, options.missing, options.font, models.files(), models.trees(),
                                          !options.traceFile.empty());
         ProgramStart start{options.program};
+        start.asksAboutInterfaces = !models.mii().empty();
         if (const int refused = addTrap(start, plan, models.registers()); refused != kSuccess) {
             return refused;
         }

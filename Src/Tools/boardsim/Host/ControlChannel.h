@@ -16,6 +16,7 @@ enum class ControlKind : std::int32_t {
     LogSocket,       ///< world → host: the socket behind "/dev/log"
     TrapSocket,      ///< world → host: the socket that register accesses are reported to
     RegisterSocket,  ///< world → host: the listening socket that answers for registers that act
+    SocketRequests,  ///< world → host: what requests of network interfaces are answered on
     RegisterMemory,  ///< world → host: the memory behind the mapped device
     Failed,          ///< world → host: the board could not be made; `text` says why
     Ended,           ///< world → host: the program ended; `value` is what waitpid() reported

@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <optional>
 
+#include "Tools/boardsim/Host/SocketRequests.h"
 #include "Tools/boardsim/Host/SystemError.h"
 
 namespace boardsim {
@@ -27,6 +28,13 @@ void enterWorkingDirectoryAgain() {
     const std::filesystem::path here = std::filesystem::current_path(stays);
     if (!stays) {
         std::filesystem::current_path(here, stays);
+    }
+}
+
+/// Where the kernel does not allow it, it answers itself.
+void letHostAnswer(ControlChannel& host) {
+    if (const Descriptor listener = interceptSocketRequests()) {
+        host.send(ControlKind::SocketRequests, 0, {}, listener.get());
     }
 }
 
@@ -72,6 +80,9 @@ std::optional<int> buryTheDead(int watch, pid_t program) {
 void runInit(const ProgramStart& start, ControlChannel& host) {
     showOwnProcesses();
     enterWorkingDirectoryAgain();
+    if (start.asksAboutInterfaces) {
+        letHostAnswer(host);
+    }
     const Descriptor children = watchChildren();
     const pid_t program = startProgram(start);
 

@@ -12,7 +12,8 @@ namespace boardsim {
 struct ProgramStart {
     std::vector<std::string> words;                                  ///< program and arguments; at least one
     std::vector<std::pair<std::string, std::string>> environment{};  ///< variables set in addition
-    sigset_t signalMask{};  ///< the mask with which boardsim was started
+    bool asksAboutInterfaces = false;  ///< whether boardsim answers requests of network interfaces
+    sigset_t signalMask{};             ///< the mask with which boardsim was started
 };
 
 /// Becomes the program. Looks it up as a shell does. On failure prints one message and ends the process with
