@@ -130,7 +130,7 @@ TEST_F(CommandLineTest, AnEmptyNameIsNoFile) {
 TEST_F(CommandLineTest, AnUnknownPartIsAnsweredWithTheKnownOnes) {
     expectUsageError({"run", "--without", "wheels", "--no-font", "--", "prog"},
                      "'wheels'; there are screen, spi, panel-registers, layout, fpga, gpio, log, font, "
-                     "font-directory, i2c");
+                     "font-directory");
 }
 
 TEST_F(CommandLineTest, FaultsAreTakenInTheirOrder) {

@@ -63,9 +63,9 @@ private:
     Tell tell_;
     W1Models w1_;
     GpioModels gpio_;
-    VideoChip videoChip_;
-    I2cDevices i2c_;
     MiiModels mii_;
+    I2cDevices i2c_;
+    VideoChip videoChip_;
     std::vector<ActingFile> files_;
     std::vector<ServedTree> trees_;
 };

@@ -19,16 +19,15 @@ constexpr std::size_t kLongestRead = 128;
 std::errc transferPatiently(I2cBus& bus, const std::vector<I2cMessage>& messages,
                             std::vector<I2cMessage>& done) {
     const Clock::time_point end = Clock::now() + kPatience;
-    for (;;) {
+    // The time is that before a try: however late this process comes to run, it tries twice.
+    for (Clock::time_point tried = Clock::now(); tried < end; tried = Clock::now()) {
         done = messages;
         if (bus.transfer(done) == std::errc{}) {
             return {};
         }
-        if (Clock::now() >= end) {
-            return std::errc::timed_out;
-        }
         std::this_thread::sleep_for(kPause);
     }
+    return std::errc::timed_out;
 }
 
 I2cMessage addressed(const EepromPlace& place, std::size_t offset) {
