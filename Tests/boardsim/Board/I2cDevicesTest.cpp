@@ -133,7 +133,8 @@ TEST_F(I2cDevicesTest, FaultsOfOtherKindsAreNotItsAffair) {
 
 TEST_F(I2cDevicesTest, ReadsAreRepeatable) {
     std::vector<std::pair<std::string, bool>> told;
-    devices.listen([&](std::string_view event, bool isRepeatable) { told.emplace_back(event, isRepeatable); });
+    devices.listen(
+        [&](std::string_view event, bool isRepeatable) { told.emplace_back(event, isRepeatable); });
     poke(0, 0x48, std::span(bytes).first(1));
     const boardsim::FileCalls bus = devices.files()[1].open();
     bus.ioctl({0, I2C_SLAVE, 0x3E});

@@ -31,9 +31,9 @@ TEST(I2cTraceTest, AMessageWithoutBytesIsJustItsDirection) {
 TEST(I2cTraceTest, AFailureIsSaidAtTheEndAndNothingWasRead) {
     EXPECT_EQ("i2c-1 0x4d write 0x00: No such device or address",
               line({{0x4D, I2cDirection::Write, {0}}}, std::errc::no_such_device_or_address));
-    EXPECT_EQ("i2c-1 0x4d write 0x00, read: Connection timed out",
-              line({{0x4D, I2cDirection::Write, {0}}, {0x4D, I2cDirection::Read, {0, 0}}},
-                   std::errc::timed_out));
+    EXPECT_EQ(
+        "i2c-1 0x4d write 0x00, read: Connection timed out",
+        line({{0x4D, I2cDirection::Write, {0}}, {0x4D, I2cDirection::Read, {0, 0}}}, std::errc::timed_out));
 }
 
 TEST(I2cTraceTest, OfManyBytesTheFirstAreShown) {

@@ -70,10 +70,9 @@ TEST(I2cToolsTest, TheEepromIsAFileAndAChip) {
     EXPECT_EQ("0x4e 0x41 0x01 0x00\n", shell("i2ctransfer -y -f 0 w2@0x50 0 0 r4").out);
     EXPECT_EQ(" 4e 41 01 00\n", shell("od -An -tx1 -N4 /tmp/i2c/eeprom/eeprom").out);
     EXPECT_EQ("8192\n", shell("wc -c < /tmp/i2c/eeprom/eeprom").out);
-    EXPECT_EQ("0x68 0x65 0x6c 0x6c 0x6f\n",
-              shell("printf hello > /tmp/i2c/eeprom/eeprom; sleep 0.01; "
-                    "i2ctransfer -y -f 0 w2@0x50 0 0 r5")
-                  .out);
+    EXPECT_EQ("0x68 0x65 0x6c 0x6c 0x6f\n", shell("printf hello > /tmp/i2c/eeprom/eeprom; sleep 0.01; "
+                                                  "i2ctransfer -y -f 0 w2@0x50 0 0 r5")
+                                                .out);
     EXPECT_THAT(shell("i2cget -y 0 0x50").err, HasSubstr("Device or resource busy"));
 }
 
@@ -87,8 +86,8 @@ TEST(I2cToolsTest, WithoutI2cThereIsNone) {
     const BoardRun run =
         shell("ls /dev/i2c-0 /sys/bus/i2c /sys/class/i2c-dev; ls /tmp/i2c | wc -l", board().without("i2c"));
     EXPECT_EQ("0\n", run.out);
-    EXPECT_THAT(run.err, AllOf(HasSubstr("/dev/i2c-0"), HasSubstr("/sys/bus/i2c"),
-                               HasSubstr("/sys/class/i2c-dev")));
+    EXPECT_THAT(run.err,
+                AllOf(HasSubstr("/dev/i2c-0"), HasSubstr("/sys/bus/i2c"), HasSubstr("/sys/class/i2c-dev")));
 }
 
 TEST(I2cToolsTest, TransfersAreTraced) {
@@ -100,8 +99,7 @@ TEST(I2cToolsTest, TransfersAreTraced) {
 }
 
 TEST(I2cToolsTest, RepeatedReadsAreFoldedInTheTrace) {
-    const BoardRun run =
-        shell("for i in 1 2 3 4; do i2cget -y 1 0x48 1 >/dev/null; done", board().traced());
+    const BoardRun run = shell("for i in 1 2 3 4; do i2cget -y 1 0x48 1 >/dev/null; done", board().traced());
     ASSERT_EQ(2U, run.trace.size());
     EXPECT_THAT(run.trace[1], EndsWith("… repeated 3 times"));
 }

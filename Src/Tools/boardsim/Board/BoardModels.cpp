@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 
+#include "Tools/boardsim/Board/MdioTrace.h"
 #include "Tools/boardsim/Host/RegisterFile.h"
 
 namespace boardsim {
@@ -24,6 +25,7 @@ BoardModels::BoardModels(const BoardDescription& board, const BoardParts& missin
            std::chrono::steady_clock::now, [this](const std::string& line) { tell(line); }),
       i2c_(missing.has(BoardPart::I2c) ? I2cDescription{} : board.i2c) {
     registers_.add({"panel", board.panelRegisters(), PanelRegisters::kBlockBytes, &panel_});
+    registers_.listen([this](const MdioFrame& frame) { tell(describe(frame)); });
     if (!missing.has(BoardPart::Spi) && !missing.has(BoardPart::Screen)) {
         addScreen(board.panelDirectory() + "/screen");
     }

@@ -3,7 +3,6 @@
 #include <csignal>
 #include <stdexcept>
 
-#include "Tools/boardsim/Board/MdioTrace.h"
 #include "Tools/boardsim/Board/RegisterTrace.h"
 #include "Tools/boardsim/Board/ScreenTrace.h"
 #include "Tools/boardsim/Host/ExitStatus.h"
@@ -40,7 +39,6 @@ void BoardSession::wire(SignalWatch& signals) {
         models_.i2c().listen([this](std::string_view event, bool isRepeatable) {
             isRepeatable ? traceRepeatable(event) : trace(event);
         });
-        models_.registers().listen([this](const MdioFrame& frame) { trace(describe(frame)); });
     }
     loop_.watch(process_.channel().descriptor(), [this] { onControl(); });
     loop_.watch(signals.descriptor(), [this, &signals] {

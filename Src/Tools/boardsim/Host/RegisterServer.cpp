@@ -45,6 +45,9 @@ bool RegisterServer::answerOne(int program) {
     if (received < 0) {
         return errno == EAGAIN || errno == EINTR;
     }
+    if (received == 0) {
+        return false;  // the program has ended or started another
+    }
     const std::optional<std::uint64_t> value = answer_({bytes.data(), static_cast<std::size_t>(received)});
     if (!value) {
         return false;

@@ -10,31 +10,13 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
-#include <ostream>
 #include <string>
 #include <vector>
 
 #include "Tests/Support/PrivateWorld.h"
+#include "Tests/boardsim/RegisterTrap/Preload/Event.h"
 
 namespace registertrap {
-
-/// A datagram as the receiver takes it apart.
-struct Event {
-    std::uint8_t version;
-    std::uint8_t kind;
-    std::uint8_t width;
-    std::uint8_t unused;
-    std::int32_t process;
-    std::int32_t thread;
-    std::uint32_t unused2;
-    std::uint64_t offset;
-    std::uint64_t value;
-};
-
-void PrintTo(const Event& event, std::ostream* out) {
-    *out << "kind " << +event.kind << " width " << +event.width << " offset " << event.offset << " value "
-         << event.value;
-}
 
 namespace {
 
@@ -45,14 +27,7 @@ using testing::Field;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-constexpr std::uint8_t kRead = 1, kWrite = 2, kSeek = 3;
 constexpr const char* kSocketPath = "/tmp/trap.socket";
-
-auto IsEvent(std::uint8_t kind, std::uint8_t width, std::uint64_t offset, std::uint64_t value) {
-    return AllOf(Field("version", &Event::version, 1), Field("kind", &Event::kind, kind),
-                 Field("width", &Event::width, width), Field("offset", &Event::offset, offset),
-                 Field("value", &Event::value, value));
-}
 
 class PreloadTest : public testing::Test {
 protected:
@@ -81,7 +56,7 @@ protected:
             ::dup2(errors[1], STDERR_FILENO);
             ::setenv("LD_PRELOAD", TRAP_LIBRARY, 1);
             ::setenv("ASAN_OPTIONS", "verify_asan_link_order=0", 1);
-            if (socketPath) {
+            if (socketPath != nullptr) {
                 ::setenv("BOARDSIM_TRAP_SOCKET", socketPath, 1);
             }
             ::execl(TRAPPED_PROGRAM, TRAPPED_PROGRAM, action, nullptr);

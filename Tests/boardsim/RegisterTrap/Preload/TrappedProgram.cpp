@@ -8,6 +8,8 @@
 #include <cerrno>
 #include <cstdint>
 #include <cstdlib>
+#include <fstream>
+#include <string>
 #include <string_view>
 #include <thread>
 
@@ -94,13 +96,132 @@ void seek() {
     require(::lseek(-1, 0, SEEK_SET) == -1 && errno == EBADF, 15);
 }
 
+void pollUntilIdle() {
+    const Device device;
+    device.at<std::uint32_t>(0x800) = 0x60080000;
+    std::uint32_t value = 0;
+    do {
+        value = device.at<std::uint32_t>(0x800);
+    } while (value & 0x80000000);
+    require(value == 0x2000, 10);
+    require(device.at<std::uint32_t>(0x10) == 0x5555, 11);  // set by the board when it took the write
+}
+
+void accessInOtherWidths() {
+    const Device device;
+    require(device.at<std::uint8_t>(0x801) == 0x81, 10);
+    require(device.at<std::uint16_t>(0x802) == 0x8382, 11);
+    device.at<std::uint64_t>(0x808) = 0x1122334455667788;
+    using Vector = std::uint64_t __attribute__((vector_size(16)));
+    const auto* vector = reinterpret_cast<const volatile Vector*>(device.base + 0x810);
+    const Vector whole = *vector;
+    require(whole[0] == 0 && whole[1] == 0, 12);
+}
+
+void readWithoutWriting() {
+    const int file = ::open("/dev/fpga", O_RDONLY | O_CLOEXEC);
+    const auto* base =
+        static_cast<const std::byte*>(::mmap(nullptr, kLength, PROT_READ, MAP_SHARED, file, 0));
+    require(*reinterpret_cast<const volatile std::uint32_t*>(base + 0x800) == 0x2000, 10);
+}
+
+/// Who asks is what is answered.
+void expectOwnNumber(const Device& device, std::uint32_t number) {
+    for (int i = 0; i < 500; ++i) {
+        require(device.at<std::uint32_t>(0x800) == number, 10);
+    }
+}
+
+void askFromTwoThreads() {
+    const Device device;
+    const auto ask = [&device] { expectOwnNumber(device, static_cast<std::uint32_t>(::gettid())); };
+    std::thread first(ask);
+    std::thread second(ask);
+    first.join();
+    second.join();
+}
+
+void askFromParentAndChild() {
+    const Device device;
+    expectOwnNumber(device, static_cast<std::uint32_t>(::gettid()));
+    const pid_t child = ::fork();
+    expectOwnNumber(device, static_cast<std::uint32_t>(::gettid()));
+    if (child == 0) {
+        std::_Exit(0);
+    }
+    int status = -1;
+    require(::waitpid(child, &status, 0) == child && status == 0, 11);
+    expectOwnNumber(device, static_cast<std::uint32_t>(::gettid()));
+}
+
+void closeTheConnection() {
+    const Device device;
+    require(device.at<std::uint32_t>(0x800) == 0x2000, 10);
+    ::closefrom(3);
+    const int own = ::open("/tmp/panel/other", O_RDWR | O_CLOEXEC);
+    require(::dup2(own, 200) == 200, 11);  // where the connection was
+    require(device.at<std::uint32_t>(0x800) == 0x2000, 12);
+    require(::lseek(200, 0, SEEK_END) == 0, 13);
+}
+
+void readTwice() {
+    const Device device;
+    device.at<std::uint32_t>(0x800) = 0x77;
+    require(device.at<std::uint32_t>(0x800) == 0x77, 10);
+    require(device.at<std::uint32_t>(0x800) == 0x77, 11);
+}
+
+void readInTheSecondPage() {
+    const int file = ::open("/dev/fpga", O_RDWR | O_CLOEXEC);
+    auto* base =
+        static_cast<std::byte*>(::mmap(nullptr, kLength, PROT_READ | PROT_WRITE, MAP_SHARED, file, kLength));
+    require(*reinterpret_cast<volatile std::uint32_t*>(base + 0x800) == 0x2000, 10);
+    require(::munmap(base, kLength) == 0, 11);
+}
+
+/// The access rights of the page at `address` as the kernel sees them: "rw-s".
+std::string rightsOf(const std::byte* address) {
+    const auto wanted = reinterpret_cast<std::uintptr_t>(address);
+    std::ifstream maps("/proc/self/maps");
+    for (std::string line; std::getline(maps, line);) {
+        const std::size_t hyphen = line.find('-');
+        const std::uintptr_t begin = std::strtoull(line.c_str(), nullptr, 16);
+        const std::uintptr_t end = std::strtoull(line.c_str() + hyphen + 1, nullptr, 16);
+        if (wanted >= begin && wanted < end) {
+            return line.substr(line.find(' ') + 1, 4);
+        }
+    }
+    return "";
+}
+
+void lookAtPages() {
+    const int file = ::open("/dev/fpga", O_RDWR | O_CLOEXEC);
+    const auto* base = static_cast<const std::byte*>(
+        ::mmap(nullptr, 2 * kLength, PROT_READ | PROT_WRITE, MAP_SHARED, file, 0));
+    require(rightsOf(base) == "rw-s", 10);
+    require(rightsOf(base + kLength) == "---s", 11);
+}
+
 struct Action {
     std::string_view name;
     void (*run)();
 };
 constexpr Action kActions[] = {
-    {"registers", accessRegisters}, {"descriptors", keepDescriptorNumbers}, {"close", closeEverything},
-    {"fork", forkAndAccess},        {"threads", accessFromTwoThreads},      {"seek", seek},
+    {"registers", accessRegisters},
+    {"descriptors", keepDescriptorNumbers},
+    {"close", closeEverything},
+    {"poll", pollUntilIdle},
+    {"widths", accessInOtherWidths},
+    {"read-only", readWithoutWriting},
+    {"ask-threads", askFromTwoThreads},
+    {"ask-fork", askFromParentAndChild},
+    {"reuse", closeTheConnection},
+    {"twice", readTwice},
+    {"second-page", readInTheSecondPage},
+    {"pages", lookAtPages},
+    {"fork", forkAndAccess},
+    {"threads", accessFromTwoThreads},
+    {"seek", seek},
 };
 
 }  // namespace
