@@ -38,10 +38,10 @@ protected:
     }
 
     /// Reads from the chip at `address` of the bus that is file number `bus`.
-    std::errc poke(std::size_t bus, std::uint8_t address, std::span<std::byte> bytes) {
+    std::errc poke(std::size_t bus, std::uint8_t address, std::span<std::byte> into) {
         const boardsim::FileCalls calls = devices.files().at(bus).open();
         calls.ioctl({0, I2C_SLAVE_FORCE, address});
-        return calls.read(0, bytes).error;
+        return calls.read(0, into).error;
     }
 
     I2cDevices devices{description()};

@@ -47,8 +47,8 @@ protected:
         return answer.error == std::errc{} ? answer.value : -static_cast<int>(answer.error);
     }
 
-    int smbus(std::uint8_t reads, std::uint8_t command, std::uint32_t kind, i2c_smbus_data* data) {
-        i2c_smbus_ioctl_data request{reads, command, kind, data};
+    int smbus(std::uint8_t reads, std::uint8_t command, std::uint32_t kind, i2c_smbus_data* block) {
+        i2c_smbus_ioctl_data request{reads, command, kind, block};
         return control(I2C_SMBUS, addressOf(&request));
     }
 
@@ -109,10 +109,11 @@ TEST_F(I2cBusFileTest, RequestsWithPlainNumbersAreCheckedAsTheKernelDoes) {
 TEST_F(I2cBusFileTest, TellsWhatTheAdapterCanDo) {
     unsigned long functions = 0;
     EXPECT_EQ(0, control(I2C_FUNCS, addressOf(&functions)));
-    for (const unsigned long wanted :
+    for (const int wanted :
          {I2C_FUNC_I2C, I2C_FUNC_NOSTART, I2C_FUNC_SMBUS_QUICK, I2C_FUNC_SMBUS_BYTE, I2C_FUNC_SMBUS_BYTE_DATA,
           I2C_FUNC_SMBUS_WORD_DATA, I2C_FUNC_SMBUS_BLOCK_DATA, I2C_FUNC_SMBUS_I2C_BLOCK}) {
-        EXPECT_EQ(wanted, functions & wanted) << wanted;
+        const auto bits = static_cast<unsigned long>(wanted);
+        EXPECT_EQ(bits, functions & bits) << wanted;
     }
     EXPECT_EQ(0U, functions & I2C_FUNC_SMBUS_PEC);
     EXPECT_EQ(0U, functions & I2C_FUNC_10BIT_ADDR);

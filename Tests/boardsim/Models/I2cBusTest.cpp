@@ -110,7 +110,7 @@ TEST_F(I2cBusTest, ACountedMessageIsAsLongAsItsFirstByteSays) {
 }
 
 TEST_F(I2cBusTest, ACountThatIsNoneIsAProtocolError) {
-    for (const std::uint8_t before : {0xFF, 32}) {
+    for (const std::uint8_t before : std::initializer_list<std::uint8_t>{0xFF, 32}) {
         chip.given = before;
         I2cMessage message{0x48, kRead, {0}, false, true};
         EXPECT_EQ(std::errc::protocol_error, transfer({message}));

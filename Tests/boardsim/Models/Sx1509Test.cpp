@@ -40,7 +40,8 @@ TEST_F(Sx1509Test, RegMiscStopsTheCount) {
 }
 
 TEST_F(Sx1509Test, RefusesRegistersThatAreNotToBeWritten) {
-    for (const std::uint8_t number : {0x27, 0x28, 0x6B, 0x7C, 0x7E, 0x7F, 0x80, 0xFF}) {
+    for (const std::uint8_t number :
+         std::initializer_list<std::uint8_t>{0x27, 0x28, 0x6B, 0x7C, 0x7E, 0x7F, 0x80, 0xFF}) {
         EXPECT_FALSE(user.write({number, 0})) << int{number};
     }
     EXPECT_TRUE(user.write({0x6A, 0xFF}));
@@ -143,7 +144,7 @@ TEST_F(Sx1509Test, RegMiscKeepsAnInterruptWhenTheDataAreRead) {
 }
 
 TEST_F(Sx1509Test, WritingOnesClearsEventsAndTheirInterrupts) {
-    for (const std::uint8_t clearing : {0x18, 0x1A}) {
+    for (const std::uint8_t clearing : std::initializer_list<std::uint8_t>{0x18, 0x1A}) {
         chip.losePower();
         chip.drive(0xFFFF);
         EXPECT_TRUE(user.write({0x14, 0xF0}));  // pins 15 and 14
