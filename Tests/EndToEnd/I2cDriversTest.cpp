@@ -12,7 +12,7 @@ using testing::Contains;
 using testing::HasSubstr;
 
 std::string output(const std::string& word, const VirtualBoard& on = board()) {
-    const BoardRun run = on.run({I2C_PROGRAM, word});
+    const BoardRun run = on.run({I2C_DRIVERS, word});
     EXPECT_EQ(0, run.status) << run.err;
     return run.out;
 }
@@ -32,7 +32,7 @@ TEST(I2cDriversTest, ASensorIsReadInTwelveBits) {
 
 TEST(I2cDriversTest, SeveralRegistersTakeOneTransfer) {
     EXPECT_EQ("1 1 1 2 3\n", output("many"));
-    const BoardRun run = board().traced().run({I2C_PROGRAM, "many"});
+    const BoardRun run = board().traced().run({I2C_DRIVERS, "many"});
     EXPECT_THAT(run.trace, Contains(HasSubstr(" i2c-0 0x2a write 0x20, read 0x01 0x02 0x03")));
 }
 
