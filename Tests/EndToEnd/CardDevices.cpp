@@ -45,7 +45,7 @@ W1EEPROM identity(int bus) {
 void listSlaves(const std::string& bus) {
     vlslist<W1Util::W1Handle> found;
     W1Util::FindW1(found, W1Util::kAnyFamily, number(bus));
-    found.sort();
+    found.sort([](const auto& one, const auto& other) { return one.value < other.value; });
     for (const W1Util::W1Handle& slave : found) {
         std::printf("%s on bus %d\n", slave.name().c_str(), W1Util::findBus(slave));
     }
