@@ -25,9 +25,10 @@ FileCalls callsOf(const W1File& file) {
 }
 
 std::shared_ptr<const ServedFile> served(const W1File& file, const std::string& name, const Tell& tell) {
-    const FileCalls calls = traced(name, callsOf(file), tell);
+    FileCalls calls = traced(name, callsOf(file), tell);
     const mode_t mode = file.write ? 0644 : 0444;
-    return std::make_shared<const ServedFile>(ServedFile{[calls] { return calls; }, file.bytes, mode});
+    return std::make_shared<const ServedFile>(
+        ServedFile{[calls = std::move(calls)] { return calls; }, file.bytes, mode});
 }
 
 }  // namespace

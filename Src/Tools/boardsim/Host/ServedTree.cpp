@@ -7,6 +7,7 @@ namespace boardsim {
 std::shared_ptr<const ServedDirectory> servedRoot(const std::vector<ActingFile>& files,
                                                   const std::vector<ServedTree>& trees) {
     std::vector<ServedEntry> entries;
+    entries.reserve(files.size() + trees.size());
     for (const ActingFile& file : files) {
         entries.push_back(
             {actingName(entries.size()), std::make_shared<const ServedFile>(ServedFile{file.open})});
