@@ -195,7 +195,8 @@ IoctlAnswer I2cBusFile::transferSmbus(const IoctlCall& call) {
     if (!size || request.read_write > I2C_SMBUS_READ || (*size > 0 && request.data == nullptr)) {
         return toAnswer(std::errc::invalid_argument);
     }
-    i2c_smbus_data data{};
+    i2c_smbus_data data;
+    std::memset(&data, 0, sizeof data);  // braces would clear the union's first member only
     const std::span<std::byte> bytes = std::as_writable_bytes(std::span(&data, 1)).first(*size);
     if (takesSmbusData(operation)) {
         if (const std::errc error = memory.read(addressOf(request.data), bytes); error != std::errc{}) {
