@@ -36,13 +36,14 @@ _boardsim() {
     fi
     case $previous in
         --frame | --screenshot | --log | --trace | --font) _boardsim_files ;;
-        --without) _boardsim_words "screen spi panel-registers layout fpga gpio log font font-directory" ;;
+        --without) _boardsim_words "screen spi panel-registers layout fpga gpio log font font-directory w1 cpld mii i2c" ;;
+        --fault) _boardsim_words "i2c:" ;;
         --screen) _boardsim_words "one-byte failing full full:" ;;
         --keys) _boardsim_words "left right red cw ccw wait:" ;;
         --scale | --timeout) ;;
         *)
             _boardsim_words "--keys --frame --screenshot --scale --show --log --trace --timeout --font --no-font \
-                --without --screen --help --"
+                --without --screen --fault --help --"
             ;;
     esac
 }

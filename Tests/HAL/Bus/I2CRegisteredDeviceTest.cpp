@@ -59,8 +59,10 @@ TEST_F(I2CRegisteredDeviceTest, ABusIsTheNumberBehindTheLastHyphen) {
 }
 
 TEST_F(I2CRegisteredDeviceTest, ATargetWithoutAHyphenIsBusZeroOnPurpose) {
-    link("/dev/i2c");
-    EXPECT_EQ(0, I2CRegisteredDevice::getBusOf("x"));
+    for (const char* target : {"/dev/i2c", "7", "/"}) {
+        link(target);
+        EXPECT_EQ(0, I2CRegisteredDevice::getBusOf("x")) << target;
+    }
 }
 
 TEST_F(I2CRegisteredDeviceTest, WhatIsNoLinkHasNoBus) {

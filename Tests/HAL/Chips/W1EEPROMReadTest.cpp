@@ -50,6 +50,16 @@ TEST_F(W1EEPROMReadTest, AFileThatIsTooShortIsGivenUp) {
     EXPECT_THAT(faults.sleeps, SizeIs(10));
 }
 
+TEST_F(W1EEPROMReadTest, APowerThatGoesOffWhileItReadsIsGivenUpAtOnce) {
+    PrivateWorld::write(kFile, record(kSerialBytes));
+    ProtectedFile::In in(kFile.c_str(), 0);
+    faults.beforeRead = [this] { faults.bytesUntilPowerOff = faults.readCount() == 2 ? 0 : -1; };
+    std::string data(16, '?');
+    EXPECT_FALSE(eeprom.faultTolerantRead(kFile.c_str(), data.data(), 16, in, false));
+    EXPECT_EQ(3, faults.readCount());
+    EXPECT_THAT(faults.sleeps, IsEmpty());
+}
+
 TEST_F(W1EEPROMReadTest, AnInvalidHandleAndAnUnreadableCrcFailAtOnce) {
     char byte = 0;
     PrivateWorld::write(kFile, "x");

@@ -52,6 +52,7 @@ BoardDescription makeOrca() {
         {"version_only", 0x00010000, {}},
         {"subsys_hps_eth_mac", 0x00010000, {0x00002003}},
         {"subsys_hps_ext_spi", 0x00010000, {0x00002401}},
+        {"spi_videosync_out", 0x00010000, {0x00002441}},
     };
     board.panelSpiCore = "subsys_hps_oled_spi";
     board.panelRegisterCore = "subsys_hps_oled_io_spi";
@@ -65,6 +66,9 @@ BoardDescription makeOrca() {
     board.phys = {{0, PhyModel::Dp83867}, {1, PhyModel::Phy88e1510}};
     board.macCore = "subsys_hps_eth_mac";
     board.spiMasterCore = "subsys_hps_ext_spi";
+    board.videoSpiCore = "spi_videosync_out";
+    board.videoSpiDevice = "2.0";
+    board.i2c = orcaI2c();
     return board;
 }
 
@@ -76,9 +80,9 @@ std::uint32_t BoardDescription::addressOf(std::string_view core) const {
     return found->addresses.front() & kAddressMask;
 }
 
-std::string BoardDescription::panelDirectory() const {
-    const std::string bus = panelSpiDevice.substr(0, panelSpiDevice.find('.'));
-    return kBusDevices + panelSpiCore + "/spi_master/spi" + bus + "/spi" + panelSpiDevice;
+std::string BoardDescription::spiDirectory(const std::string& core, const std::string& device) {
+    const std::string bus = device.substr(0, device.find('.'));
+    return kBusDevices + core + "/spi_master/spi" + bus + "/spi" + device;
 }
 
 const BoardDescription& orcaBoard() {

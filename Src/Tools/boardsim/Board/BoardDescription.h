@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "Tools/boardsim/Board/I2cDescription.h"
 #include "Tools/boardsim/Board/Layout.h"
 #include "Tools/boardsim/Board/PhyParts.h"
 #include "Tools/boardsim/Board/W1Description.h"
@@ -39,13 +40,25 @@ struct BoardDescription {
     std::string macCore{};        ///< a triple-speed MAC
     std::string spiMasterCore{};  ///< an SPI master without a kernel driver; a word comes back with the next
 
+    // The video synchronisation chip, whose registers are a file.
+    std::string videoSpiCore{};    ///< the SPI master that it hangs on
+    std::string videoSpiDevice{};  ///< bus and chip select
+
+    I2cDescription i2c{};
+
     /// Byte offset of a core of the board in the register space.
     std::uint32_t addressOf(std::string_view core) const;
 
     std::uint32_t panelRegisters() const { return addressOf(panelRegisterCore); }
 
     /// The directory of the screen's SPI device.
-    std::string panelDirectory() const;
+    std::string panelDirectory() const { return spiDirectory(panelSpiCore, panelSpiDevice); }
+
+    /// The directory of the video chip's SPI device.
+    std::string videoDirectory() const { return spiDirectory(videoSpiCore, videoSpiDevice); }
+
+private:
+    static std::string spiDirectory(const std::string& core, const std::string& device);
 };
 
 /// Where the kernel shows the programmable devices and their cores.

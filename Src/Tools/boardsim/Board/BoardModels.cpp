@@ -3,6 +3,7 @@
 #include <stdexcept>
 
 #include "Tools/boardsim/Board/MdioTrace.h"
+#include "Tools/boardsim/Host/RegisterFile.h"
 
 namespace boardsim {
 namespace {
@@ -21,11 +22,18 @@ BoardModels::BoardModels(const BoardDescription& board, const BoardParts& missin
           [this](const std::string& line) { tell(line); }),
       gpio_(board.gpioChips, [this](const std::string& line) { tell(line); }),
       mii_(missing.has(BoardPart::Mii) ? std::vector<MiiPart>{} : board.miiPorts,
-           std::chrono::steady_clock::now, [this](const std::string& line) { tell(line); }) {
+           std::chrono::steady_clock::now, [this](const std::string& line) { tell(line); }),
+      i2c_(missing.has(BoardPart::I2c) ? I2cDescription{} : board.i2c) {
     registers_.add({"panel", board.panelRegisters(), PanelRegisters::kBlockBytes, &panel_});
     registers_.listen([this](const MdioFrame& frame) { tell(describe(frame)); });
     if (!missing.has(BoardPart::Spi) && !missing.has(BoardPart::Screen)) {
         addScreen(board.panelDirectory() + "/screen");
+    }
+    if (!missing.has(BoardPart::Spi)) {
+        addVideoChip(board.videoDirectory() + "/adv_regs");
+    }
+    for (ActingFile& file : i2c_.files()) {
+        files_.push_back(std::move(file));
     }
     if (!missing.has(BoardPart::Gpio)) {
         files_.push_back(gpio_.device());
@@ -55,11 +63,22 @@ void BoardModels::apply(const Fault& fault) {
     if (fault.kind == "mii") {
         return mii_.apply(fault);
     }
-    if (registers_.apply(fault)) {
+    if (registers_.apply(fault) || i2c_.apply(fault)) {
         return;
     }
     throw std::invalid_argument("--fault " + fault.text + ": the board has no devices of the kind '" +
                                 fault.kind + "'");
+}
+
+void BoardModels::addVideoChip(const std::string& path) {
+    ByteRegisters registers;
+    registers.count = VideoChip::kRegisters;
+    registers.get = [this](std::size_t number) { return videoChip_.at(static_cast<std::uint8_t>(number)); };
+    registers.set = [this](std::size_t number, std::uint8_t value) {
+        videoChip_.set(static_cast<std::uint8_t>(number), value);
+    };
+    const Tell telling = [this](const std::string& line) { tell(line); };
+    files_.push_back(sharedFile(path, traced("video adv_regs", registerFile(registers), telling)));
 }
 
 void BoardModels::addScreen(const std::string& path) {

@@ -8,11 +8,13 @@
 #include "Tools/boardsim/Board/Fault.h"
 #include "Tools/boardsim/Board/FileTrace.h"
 #include "Tools/boardsim/Board/GpioModels.h"
+#include "Tools/boardsim/Board/I2cDevices.h"
 #include "Tools/boardsim/Board/MiiModels.h"
 #include "Tools/boardsim/Board/W1Models.h"
 #include "Tools/boardsim/Host/ActingFile.h"
 #include "Tools/boardsim/Models/PanelRegisters.h"
 #include "Tools/boardsim/Models/PanelScreen.h"
+#include "Tools/boardsim/Models/VideoChip.h"
 
 namespace boardsim {
 
@@ -33,6 +35,8 @@ public:
     /// All register blocks, the panel's among them.
     BoardRegisters& registers() { return registers_; }
 
+    I2cDevices& i2c() { return i2c_; }
+
     /// All files that act, in an order that stays. Their functions refer to the models.
     const std::vector<ActingFile>& files() const { return files_; }
 
@@ -43,11 +47,12 @@ public:
     MiiModels& mii() { return mii_; }
 
     /// `tell` gets a line for whatever a program does to the devices in files(), trees() and mii(), the
-    /// screen excepted, after it is done.
+    /// screen and what is in i2c() excepted, after it is done.
     void listen(Tell tell) { tell_ = std::move(tell); }
 
 private:
     void addScreen(const std::string& path);
+    void addVideoChip(const std::string& path);
     void apply(const Fault& fault);
 
     void tell(const std::string& line) const;
@@ -59,6 +64,8 @@ private:
     W1Models w1_;
     GpioModels gpio_;
     MiiModels mii_;
+    I2cDevices i2c_;
+    VideoChip videoChip_;
     std::vector<ActingFile> files_;
     std::vector<ServedTree> trees_;
 };

@@ -22,8 +22,9 @@ enum class BoardPart : std::uint8_t {
     W1,              ///< the 1-Wire buses
     Cpld,            ///< the second programmable device: node and layout
     Mii,             ///< the answers of network interfaces to MII requests
+    I2c,             ///< the I2C buses and the registry of their devices
 };
-inline constexpr std::size_t kBoardParts = 12;
+inline constexpr std::size_t kBoardParts = 13;
 
 /// The word for a part on the command line: "panel-registers".
 std::string_view partName(BoardPart part);

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "Tools/boardsim/Board/I2cWorld.h"
+
 namespace boardsim {
 namespace {
 
@@ -71,8 +73,10 @@ WorldPlan planWorld(const BoardDescription& board, const BoardParts& missing, co
                     bool reportsRegisters) {
     WorldPlan plan;
     plan.covers = {
-        {"/dev", kUsualNodes},        {"/sys/bus", {}, {"avalon", "w1", kRegisterSocket}},
-        {"/sys/class", {}, {"gpio"}}, {"/tmp", {}, {"i2c"}},
+        {"/dev", kUsualNodes},
+        {"/sys/bus", {}, {"avalon", "i2c", "w1", kRegisterSocket}},
+        {"/sys/class", {}, {"gpio", "i2c-dev"}},
+        {"/tmp", {}, {"i2c"}},
         {"/opt", {}, {"pattern"}},
     };
     plan.directories = {"/tmp/i2c"};
@@ -80,6 +84,9 @@ WorldPlan planWorld(const BoardDescription& board, const BoardParts& missing, co
     planFpga(plan, board, missing);
     planPanel(plan, board, missing);
     planFont(plan, missing, font);
+    if (!missing.has(BoardPart::I2c)) {
+        planI2c(plan, board.i2c);
+    }
     for (const ActingFile& file : acting) {
         plan.acting.push_back(file.path);
     }

@@ -36,6 +36,9 @@ void BoardSession::wire(SignalWatch& signals) {
     models_.screen().listen([this](const ScreenEvent& event) { onScreen(event); });
     if (trace_) {
         models_.listen([this](const std::string& line) { trace(line); });
+        models_.i2c().listen([this](std::string_view event, bool isRepeatable) {
+            isRepeatable ? traceRepeatable(event) : trace(event);
+        });
     }
     loop_.watch(process_.channel().descriptor(), [this] { onControl(); });
     loop_.watch(signals.descriptor(), [this, &signals] {

@@ -170,6 +170,10 @@ void makeWorld(const WorldPlan& plan, ControlChannel& host) {
     for (const PlainFile& file : plan.files) {
         makePlainFile(file);
     }
+    for (const SymbolicLink& link : plan.links) {
+        makeParents(link.path);
+        fs::create_symlink(link.target, link.path);
+    }
     for (std::size_t i = 0; i < sources.size(); ++i) {
         makeParents(plan.borrowed[i].target);
         bindPath("/proc/self/fd/" + std::to_string(sources[i].get()), plan.borrowed[i].target);

@@ -21,6 +21,12 @@ struct PlainFile {
     std::string contents{};
 };
 
+/// A symbolic link to another place on the board.
+struct SymbolicLink {
+    std::string path;
+    std::string target;
+};
+
 /// A file of the machine that is shown at another place in the board.
 struct BorrowedFile {
     std::string source;  ///< as seen outside, absolute
@@ -39,6 +45,7 @@ struct WorldPlan {
     std::vector<CoveredDirectory> covers{};
     std::vector<std::string> directories{};
     std::vector<PlainFile> files{};
+    std::vector<SymbolicLink> links{};
     std::vector<BorrowedFile> borrowed{};
     std::vector<std::string> acting{};  ///< files whose every access is answered by boardsim
     std::vector<std::string> trees{};   ///< directories that boardsim serves with all that is in them

@@ -29,6 +29,9 @@ public:
         return true;
     }
 
+    /// Hits at most so many accesses, unless it was told how many.
+    void limitTo(std::uint64_t times) { times_ = times_.value_or(times); }
+
 private:
     std::uint64_t after_ = 0;
     std::optional<std::uint64_t> times_{};  ///< every access when nothing

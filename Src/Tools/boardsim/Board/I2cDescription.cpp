@@ -1,0 +1,62 @@
+#include "Tools/boardsim/Board/I2cDescription.h"
+
+#include <array>
+#include <cstdio>
+
+#include "Tools/boardsim/Board/EepromImage.h"
+
+namespace boardsim {
+namespace {
+
+constexpr int degrees(double celsius) {
+    return static_cast<int>(celsius * 16);
+}
+
+/// Serial number 2100000012345, printed circuit board 1.2 revision 01a.
+std::string identity() {
+    EepromField device{EepromFieldType::Device, std::string(34, '\0')};
+    device.body.replace(0, 7, std::string("\x21\x00\x00\x00\x12\x34\x50", 7));
+    EepromField circuit{EepromFieldType::Pcb, std::string(42, '\0')};
+    circuit.body.replace(34, 7,
+                         std::string("\x02\x00\x01\x00"
+                                     "01a",
+                                     7));
+    return encodeEeprom(std::array{device, circuit});
+}
+
+}  // namespace
+
+std::string I2cDevice::kernelName() const {
+    std::array<char, 24> text{};
+    std::snprintf(text.data(), text.size(), "%u-%04x", bus, address);
+    return text.data();
+}
+
+std::string I2cDevice::directory() const {
+    return "/sys/bus/i2c/devices/" + kernelName();
+}
+
+I2cDescription orcaI2c() {
+    using enum I2cChip;
+    I2cDescription i2c;
+    i2c.buses = {{0, ""},        {1, "fan"},     {2, "syn_eth"}, {3, "qsfp0_0"},
+                 {4, "qsfp0_1"}, {5, "qsfp1_0"}, {6, "qsfp1_1"}};
+    i2c.devices = {
+        {0, 0x2A, VideoEncoder, "video_enc", 0, ""},
+        {0, 0x48, TemperatureSensor, "sdi_temp", degrees(41.5), ""},
+        {0, 0x50, Eeprom, "eeprom", 0, identity()},
+        {0, 0x5B, PowerSupply, "psu", 0, ""},
+        {1, 0x48, TemperatureSensor, "fan_radial_temp", degrees(29.25), ""},
+        {1, 0x49, TemperatureSensor, "fan_oled_temp", degrees(33.0625), ""},
+        {2, 0x3E, Expander, "eth_led", 0, ""},
+        {2, 0x3F, Expander, "led_sync", 0, ""},
+        {2, 0x4A, TemperatureSensor, "eth_temp", degrees(46.75), ""},
+        {3, 0x3E, Expander, "", 0, ""},
+        {4, 0x3E, Expander, "", 0, ""},
+        {5, 0x3E, Expander, "", 0, ""},
+        {6, 0x3E, Expander, "", 0, ""},
+    };
+    return i2c;
+}
+
+}  // namespace boardsim
