@@ -36,8 +36,10 @@ _boardsim() {
     fi
     case $previous in
         --frame | --screenshot | --log | --trace | --font) _boardsim_files ;;
-        --without) _boardsim_words "screen spi panel-registers layout fpga gpio log font font-directory w1 cpld mii i2c" ;;
-        --fault) _boardsim_words "i2c:" ;;
+        --without)
+            _boardsim_words "screen spi panel-registers layout fpga gpio log font font-directory w1 cpld mii i2c"
+            ;;
+        --fault) _boardsim_words "i2c: w1: gpio: mii: mdio: mac:" ;;
         --screen) _boardsim_words "one-byte failing full full:" ;;
         --keys) _boardsim_words "left right red cw ccw wait:" ;;
         --scale | --timeout) ;;

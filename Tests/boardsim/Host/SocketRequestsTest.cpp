@@ -146,8 +146,8 @@ TEST(SocketRequestsTest, WhatNobodyWantsToAnswerTheKernelAnswers) {
 TEST(SocketRequestsTest, OnlyTheRequestsOfTheListAreAsked) {
     std::vector<unsigned> seen;
     const int status = Program([] {
-                           for (const unsigned long code :
-                                {0x8946, 0x8947, 0x8948, 0x8949, 0x894A, 0x89EF, 0x89F0, 0x89FF, 0x8A00}) {
+                           for (const unsigned long code : {0x8946UL, 0x8947UL, 0x8948UL, 0x8949UL, 0x894AUL,
+                                                            0x89EFUL, 0x89F0UL, 0x89FFUL, 0x8A00UL}) {
                                std::uint16_t value = 0;
                                request(code, "eth0", value);
                            }

@@ -92,6 +92,17 @@ TEST_F(GpioClassTest, DirectionAndValueAreThoseOfTheLine) {
     EXPECT_EQ(std::errc::invalid_argument, store("gpio480/value", "up"));
 }
 
+TEST_F(GpioClassTest, AFileThatIsStillOpenAfterTheLineWasUnexportedWritesToNoDevice) {
+    store("export", "480");
+    const std::vector<TextAttribute> open{file("gpio480/direction"), file("gpio480/value"),
+                                          file("gpio480/active_low")};
+    store("unexport", "480");
+    EXPECT_EQ(std::errc::no_such_device, open[0].store("high"));
+    EXPECT_EQ(std::errc::no_such_device, open[1].store("1"));
+    EXPECT_EQ(std::errc::no_such_device, open[2].store("1"));
+    EXPECT_EQ(false, lines.isOutput(480));
+}
+
 TEST_F(GpioClassTest, ActiveLowTurnsTheValueButNotTheDirectionsLevel) {
     store("export", "480");
     EXPECT_EQ("0\n", show("gpio480/active_low"));

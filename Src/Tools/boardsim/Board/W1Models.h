@@ -25,8 +25,8 @@ public:
     /// | unplug      | the chip is off the bus                                                          |
     /// | rom-crc     | a search does not find it                                                        |
     /// | crc         | a bit is wrong in what is read                                                   |
-    /// | short-read  | a read gives half                                                                |
-    /// | short-write | a write takes half                                                               |
+    /// | short-read  | a read of several bytes gives half                                               |
+    /// | short-write | a write of several bytes takes half                                              |
     /// | torn=BYTES  | the power fails in a write, after so many bytes; EEPROMs only                    |
     /// | value=C     | it is so warm, in degrees Celsius; thermometers only, from the start and for good |
     ///

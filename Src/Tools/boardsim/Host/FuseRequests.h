@@ -20,7 +20,13 @@ struct FuseContents {
     std::uint64_t lastOpened = 0;
 };
 
-/// The functions that answer, for fuse_session_new().
+/// What the session of a request answers from.
+FuseContents& contentsOf(fuse_req_t request);
+
+/// The functions that answer, for fuse_session_new(): those that ask for names and nodes, and those that ask
+/// for what an open file does.
 fuse_lowlevel_ops fuseRequests();
+void addTreeRequests(fuse_lowlevel_ops& table);
+void addFileRequests(fuse_lowlevel_ops& table);
 
 }  // namespace boardsim

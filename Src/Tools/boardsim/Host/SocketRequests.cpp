@@ -14,10 +14,10 @@
 namespace boardsim {
 namespace {
 
-/// Requests whose number is `value` where `mask` has ones.
+/// Requests whose number is `value` where `mask` has ones. The upper half of the argument does not count.
 struct Requests {
-    std::uint32_t mask;
-    std::uint32_t value;
+    std::uint64_t mask;
+    std::uint64_t value;
 };
 constexpr std::array<Requests, 4> kIntercepted{{
     {0xFFFFFFFF, 0x8947},
@@ -25,6 +25,8 @@ constexpr std::array<Requests, 4> kIntercepted{{
     {0xFFFFFFFF, 0x8949},
     {0xFFFFFFF0, 0x89F0},
 }};
+
+constexpr unsigned kCodeArgument = 1;  // of ioctl()
 
 struct FilterDeleter {
     void operator()(void* filter) const { seccomp_release(filter); }
@@ -41,7 +43,7 @@ Filter makeFilter(bool mayGainPrivileges) {
     seccomp_attr_set(filter.get(), SCMP_FLTATR_CTL_SSB, 1);
     seccomp_attr_set(filter.get(), SCMP_FLTATR_CTL_NNP, mayGainPrivileges ? 0 : 1);
     for (const Requests& requests : kIntercepted) {
-        const scmp_arg_cmp code = SCMP_A1_32(SCMP_CMP_MASKED_EQ, requests.mask, requests.value);
+        const scmp_arg_cmp code{kCodeArgument, SCMP_CMP_MASKED_EQ, requests.mask, requests.value};
         if (seccomp_rule_add_array(filter.get(), SCMP_ACT_NOTIFY, SCMP_SYS(ioctl), 1, &code) != 0) {
             return {};
         }

@@ -51,11 +51,18 @@ std::vector<GpioClass::Directory> GpioClass::directories() {
 
 std::vector<TextAttribute> GpioClass::filesOf(unsigned number) {
     return {{"active_low", [this, number] { return line(isActiveLow(number) ? 1 : 0); },
-             [this, number](std::string_view text) { return storeActiveLow(number, text); }},
+             whileExported(number, &GpioClass::storeActiveLow)},
             {"direction", [this, number] { return lines_.isOutput(number) == true ? "out\n" : "in\n"; },
-             [this, number](std::string_view text) { return storeDirection(number, text); }},
+             whileExported(number, &GpioClass::storeDirection)},
             {"value", [this, number] { return showValue(number); },
-             [this, number](std::string_view text) { return storeValue(number, text); }}};
+             whileExported(number, &GpioClass::storeValue)}};
+}
+
+std::function<std::errc(std::string_view)> GpioClass::whileExported(unsigned number, Store store) {
+    return [this, number, store](std::string_view text) {
+        return findExported(number) == exported_.end() ? std::errc::no_such_device
+                                                       : (this->*store)(number, text);
+    };
 }
 
 std::vector<GpioClass::Exported>::iterator GpioClass::findExported(unsigned number) {
@@ -112,11 +119,10 @@ std::errc GpioClass::storeValue(unsigned number, std::string_view text) {
 
 std::errc GpioClass::storeActiveLow(unsigned number, std::string_view text) {
     long value = 0;
-    const auto found = findExported(number);
-    if (!readNumber(text, value) || found == exported_.end()) {
+    if (!readNumber(text, value)) {
         return std::errc::invalid_argument;
     }
-    found->activeLow = value != 0;
+    findExported(number)->activeLow = value != 0;
     return {};
 }
 

@@ -11,7 +11,8 @@ namespace boardsim {
 
 /// The files of "/sys/class/gpio": "export" and "unexport"; for each chip a directory "gpiochip<base>" with
 /// "label", "base" and "ngpio"; for each exported line a directory "gpio<number>" with "direction", "value"
-/// and "active_low". An exported line is taken. Not thread-safe.
+/// and "active_low". An exported line is taken. Who still has a file open of a line that is not exported any
+/// more writes to no device (ENODEV). Not thread-safe.
 /// Source: the kernel's Documentation/admin-guide/gpio/sysfs.rst.
 class GpioClass {
 public:
@@ -43,6 +44,8 @@ private:
     std::errc storeActiveLow(unsigned line, std::string_view text);
     std::string showValue(unsigned line);
     std::vector<TextAttribute> filesOf(unsigned line);
+    using Store = std::errc (GpioClass::*)(unsigned line, std::string_view text);
+    std::function<std::errc(std::string_view)> whileExported(unsigned line, Store store);
 
     GpioBlock& lines_;
     std::vector<Exported> exported_;

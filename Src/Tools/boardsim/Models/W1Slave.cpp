@@ -10,7 +10,8 @@ FileAnswer W1Slave::admit(std::size_t wanted, Kind shortTransfers) {
     if (!isThere()) {
         return {0, std::errc::io_error};
     }
-    return {happens(shortTransfers) ? wanted / 2 : wanted};
+    const bool canBeShort = wanted > 1;
+    return {canBeShort && happens(shortTransfers) ? wanted / 2 : wanted};
 }
 
 bool W1Slave::happens(Kind fault) {

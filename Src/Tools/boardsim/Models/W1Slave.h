@@ -26,8 +26,8 @@ struct W1File {
 /// What goes wrong with a slave on demand.
 struct W1Faults {
     std::optional<FaultSchedule> unplugged{};    ///< it is off the bus when somebody wants something of it
-    std::optional<FaultSchedule> shortReads{};   ///< a read of a file gives half of what was asked for
-    std::optional<FaultSchedule> shortWrites{};  ///< a write to a file takes half of what was given
+    std::optional<FaultSchedule> shortReads{};   ///< a read of several bytes gives half of them
+    std::optional<FaultSchedule> shortWrites{};  ///< a write of several bytes takes half of them
     std::optional<FaultSchedule> crcErrors{};    ///< a bit flips on the way from the chip
     std::optional<FaultSchedule> romErrors{};    ///< a search reads its ROM with a wrong CRC
 };

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <compare>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -27,7 +26,7 @@ public:
         /// Its directory's name, "28-0000001a2b3c".
         std::string name() const;
 
-        auto operator<=>(const W1Handle&) const = default;
+        bool operator==(const W1Handle&) const = default;
     };
 
     /// A family code, 1 to 0xFF.

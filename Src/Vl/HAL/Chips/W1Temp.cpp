@@ -48,7 +48,7 @@ int GetUserData(W1Util::W1Handle slave) {
 
 /// Whether `slave` is to be chosen rather than the one chosen before.
 bool isPreferred(W1Util::W1Handle slave, W1Util::W1Handle chosen, int select) {
-    return (select > 0 && slave < chosen) || (select < 0 && slave > chosen);
+    return (select > 0 && slave.value < chosen.value) || (select < 0 && slave.value > chosen.value);
 }
 
 }  // namespace
