@@ -8,6 +8,7 @@
 
 #include <array>
 #include <cerrno>
+#include <cstring>
 #include <memory>
 #include <vector>
 
@@ -39,6 +40,7 @@ protected:
             chip.set(static_cast<std::uint8_t>(i), static_cast<std::uint8_t>(i));
         }
         control(I2C_SLAVE, kChip);
+        std::memset(&data, 0, sizeof data);  // the whole union
     }
 
     /// @return the value, or the negative errno.
@@ -62,7 +64,7 @@ protected:
     VideoChip driven;
     I2cBusFile::HasDriver hasDriver = [](std::uint8_t address) { return address == kDriven; };
     std::unique_ptr<I2cBusFile> file = std::make_unique<I2cBusFile>(bus, hasDriver);
-    i2c_smbus_data data{};
+    i2c_smbus_data data;
 };
 
 i2c_msg writing(std::uint8_t* bytes, std::uint16_t count, std::uint16_t address = kChip) {

@@ -97,6 +97,12 @@ TEST(PrivilegeTest, AnOrdinaryUserTraces) {
     EXPECT_THAT(output, HasSubstr(" screen state 0x31 0x0a at 0\n"));
 }
 
+TEST(PrivilegeTest, AnOrdinaryUsersProgramUsesTheI2cBuses) {
+    std::string output;
+    EXPECT_EQ(0, runToEnd(asUser(onBoard({}, {I2C_CLIENT, "in-child"})), output, kUsersMachine));
+    EXPECT_EQ("child: 1 0x77\n", output);
+}
+
 TEST(PrivilegeTest, AMissingFuseDeviceIsOneMessageThatNamesWhatToAllow) {
     std::string output;
     EXPECT_EQ(125, runToEnd(onBoard({}, {"/bin/echo", "started"}), output, coverFuse));

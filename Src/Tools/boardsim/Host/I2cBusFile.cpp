@@ -71,26 +71,26 @@ std::errc handBack(const CallerMemory& memory, const i2c_msg& record, const I2cM
 
 }  // namespace
 
-/// What answers a request. A request without function is taken and means nothing, as long as its argument is
-/// not larger than `largest`.
+/// What answers a request. A request without function is taken and means nothing, unless its argument is
+/// larger than `largest`: then it is refused.
 struct I2cBusFile::Request {
     unsigned number;
-    IoctlAnswer (I2cBusFile::*answer)(const IoctlCall&);
-    std::uint64_t largest = 0;
     std::errc refusal{};
+    IoctlAnswer (I2cBusFile::*answer)(const IoctlCall&) = nullptr;
+    std::uint64_t largest = 0;
 };
 
 const I2cBusFile::Request I2cBusFile::kRequests[] = {
-    {I2C_SLAVE, &I2cBusFile::choose},
-    {I2C_SLAVE_FORCE, &I2cBusFile::force},
-    {I2C_FUNCS, &I2cBusFile::tellFunctions},
-    {I2C_RDWR, &I2cBusFile::transferMessages},
-    {I2C_SMBUS, &I2cBusFile::transferSmbus},
-    {I2C_TENBIT, nullptr, 0, kNotSupported},
-    {I2C_PEC, nullptr, 0, kNotSupported},
+    {I2C_SLAVE, {}, &I2cBusFile::choose},
+    {I2C_SLAVE_FORCE, {}, &I2cBusFile::force},
+    {I2C_FUNCS, {}, &I2cBusFile::tellFunctions},
+    {I2C_RDWR, {}, &I2cBusFile::transferMessages},
+    {I2C_SMBUS, {}, &I2cBusFile::transferSmbus},
+    {I2C_TENBIT, kNotSupported},
+    {I2C_PEC, kNotSupported},
     // The virtual bus needs neither patience nor a second try.
-    {I2C_RETRIES, nullptr, INT_MAX, std::errc::invalid_argument},
-    {I2C_TIMEOUT, nullptr, INT_MAX, std::errc::invalid_argument},
+    {I2C_RETRIES, std::errc::invalid_argument, nullptr, INT_MAX},
+    {I2C_TIMEOUT, std::errc::invalid_argument, nullptr, INT_MAX},
 };
 
 Transfer I2cBusFile::read(std::span<std::byte> into) {
@@ -195,7 +195,8 @@ IoctlAnswer I2cBusFile::transferSmbus(const IoctlCall& call) {
     if (!size || request.read_write > I2C_SMBUS_READ || (*size > 0 && request.data == nullptr)) {
         return toAnswer(std::errc::invalid_argument);
     }
-    i2c_smbus_data data{};
+    i2c_smbus_data data;
+    std::memset(&data, 0, sizeof data);  // braces would clear the union's first member only
     const std::span<std::byte> bytes = std::as_writable_bytes(std::span(&data, 1)).first(*size);
     if (takesSmbusData(operation)) {
         if (const std::errc error = memory.read(addressOf(request.data), bytes); error != std::errc{}) {

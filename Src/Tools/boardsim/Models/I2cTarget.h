@@ -7,7 +7,7 @@ namespace boardsim {
 enum class I2cDirection { Write, Read };
 
 /// A chip on an I2C bus, as the bus sees it: conditions and bytes. Not thread-safe.
-/// Source: NXP UM10204, "I2C-bus specification and user manual", section 3.1.
+/// Source: NXP UM10204, section 3.1.
 class I2cTarget {
 public:
     I2cTarget() = default;

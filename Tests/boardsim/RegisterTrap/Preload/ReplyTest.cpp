@@ -227,6 +227,12 @@ TEST_F(ReplyTest, EachOfTwoThreadsGetsItsAnswers) {
     EXPECT_EQ(connections_, 1U);
 }
 
+TEST_F(ReplyTest, AThreadIsNotCancelledWhileItWaits) {
+    run("ask-cancelled", [](const Event&) { return 0x2000; });
+
+    EXPECT_THAT(requests_, SizeIs(2));
+}
+
 TEST_F(ReplyTest, ParentAndChildHaveConnectionsOfTheirOwn) {
     run("ask-fork", [](const Event& request) { return static_cast<std::uint64_t>(request.process); });
 

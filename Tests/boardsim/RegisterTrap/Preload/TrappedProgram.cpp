@@ -1,6 +1,7 @@
 // A program that the trap library is preloaded into. Its one argument says what it does; its exit status is 0
 // when all it has seen was as it should be.
 #include <fcntl.h>
+#include <pthread.h>
 #include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -141,6 +142,20 @@ void askFromTwoThreads() {
     second.join();
 }
 
+void askFromACancelledThread() {
+    const Device device;
+    std::uint32_t seen = 0;
+    std::thread cancelled([&] {
+        ::pthread_cancel(::pthread_self());
+        seen = device.at<std::uint32_t>(0x800);
+        ::pthread_testcancel();
+        std::_Exit(10);
+    });
+    cancelled.join();
+    require(seen == 0x2000, 11);
+    require(device.at<std::uint32_t>(0x800) == 0x2000, 12);
+}
+
 void askFromParentAndChild() {
     const Device device;
     expectOwnNumber(device, static_cast<std::uint32_t>(::gettid()));
@@ -214,6 +229,7 @@ constexpr Action kActions[] = {
     {"widths", accessInOtherWidths},
     {"read-only", readWithoutWriting},
     {"ask-threads", askFromTwoThreads},
+    {"ask-cancelled", askFromACancelledThread},
     {"ask-fork", askFromParentAndChild},
     {"reuse", closeTheConnection},
     {"twice", readTwice},

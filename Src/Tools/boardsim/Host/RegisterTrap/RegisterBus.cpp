@@ -54,8 +54,7 @@ bool RegisterBus::read(std::uintptr_t address, std::span<std::byte> data) const 
     }
 
     const auto memory = window->memory(address, data.size());
-    const auto answer =
-        window->observer->beforeRead(memory, window->fileOffset + (address - window->begin));
+    const auto answer = window->observer->beforeRead(memory, window->fileOffset + (address - window->begin));
     if (answer && data.size() <= sizeof *answer) {
         std::memcpy(data.data(), &*answer, data.size());
     } else {

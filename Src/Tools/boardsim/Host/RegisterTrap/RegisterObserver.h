@@ -27,8 +27,8 @@ struct RegisterRange {
 /// program may hold) and must not touch a register window itself, only the memory it is handed.
 class RegisterObserver {
 public:
-    /// The first stretch, not before `from`, in which accesses are of interest; empty when none follows. Pages
-    /// that are of no interest may be mapped without a window. By default everything is.
+    /// The first stretch, not before `from`, in which accesses are of interest; empty when none follows.
+    /// Pages that are of no interest may be mapped without a window. By default everything is.
     virtual RegisterRange nextObserved(std::uint64_t from) const noexcept {
         return {from, std::numeric_limits<std::uint64_t>::max()};
     }

@@ -6,8 +6,8 @@
 namespace boardsim {
 
 /// Names of the environment variables for registers that act: the path of the connecting socket
-/// (SOCK_SEQPACKET) that answers for them, and where they are: "800-803,2000-23ff", first and last byte offset
-/// of each stretch in hexadecimal.
+/// (SOCK_SEQPACKET) that answers for them, and where they are: "800-803,2000-23ff", first and last byte
+/// offset of each stretch in hexadecimal.
 inline constexpr const char* kRegisterSocketVariable = "BOARDSIM_REGISTER_SOCKET";
 inline constexpr const char* kRegisterRangesVariable = "BOARDSIM_REGISTER_RANGES";
 

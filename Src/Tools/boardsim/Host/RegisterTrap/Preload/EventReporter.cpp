@@ -29,7 +29,8 @@ bool takeVariable(const char* variable, const char* expected, Take take) noexcep
     return false;
 }
 
-TrapEvent describe(TrapEventKind kind, std::uint64_t offset, std::size_t width, std::uint64_t value) noexcept {
+TrapEvent describe(TrapEventKind kind, std::uint64_t offset, std::size_t width,
+                   std::uint64_t value) noexcept {
     TrapEvent event;
     event.kind = kind;
     event.width = static_cast<std::uint8_t>(width);

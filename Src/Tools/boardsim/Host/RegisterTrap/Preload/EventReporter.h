@@ -12,9 +12,9 @@ namespace boardsim {
 /// The virtual board as the program's registers meet it: it answers for the registers that act, and is told,
 /// where it wants to know, what the program does with the others and with its "screen" files.
 ///
-/// A register that acts is asked for before each read and told of each write, and the program goes on when the
-/// board has answered; while nobody answers such a register is as the others are: plain memory. Accesses wider
-/// than 8 bytes are none that a register answers.
+/// A register that acts is asked for before each read and told of each write, and the program goes on when
+/// the board has answered; while nobody answers such a register is as the others are: plain memory. Accesses
+/// wider than 8 bytes are none that a register answers.
 class EventReporter final : public RegisterObserver {
 public:
     constexpr EventReporter() = default;

@@ -25,8 +25,7 @@ void EventSocket::send(TrapEvent event) noexcept {
     event.thread = ::gettid();
     {
         const std::lock_guard guard(lock_);
-        const bool sent =
-            trySend(event) || (isClosedByProgram(errno) && socket_.connect() && trySend(event));
+        const bool sent = trySend(event) || (isClosedByProgram(errno) && socket_.connect() && trySend(event));
         if (!sent) {
             complain(errno);
         }
@@ -35,7 +34,7 @@ void EventSocket::send(TrapEvent event) noexcept {
 }
 
 bool EventSocket::trySend(const TrapEvent& event) const noexcept {
-    return ::send(socket_.descriptor(), &event, sizeof event, MSG_NOSIGNAL) == sizeof event;
+    return socket_.send(&event, sizeof event) == static_cast<long>(sizeof event);
 }
 
 void EventSocket::complain(int reason) noexcept {

@@ -1,7 +1,6 @@
 #include "Tools/boardsim/Host/RegisterTrap/Preload/RequestSocket.h"
 
 #include <sys/stat.h>
-#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -11,29 +10,6 @@
 #include "Tools/boardsim/Host/RegisterTrap/RegisterReply.h"
 
 namespace boardsim {
-
-namespace {
-
-// Not the C library's functions: those are points at which a thread can be cancelled, in here with the trap's
-// lock taken.
-long sendPacket(int socket, const void* data, std::size_t size) noexcept {
-    return ::syscall(SYS_sendto, socket, data, size, MSG_NOSIGNAL, nullptr, 0);
-}
-
-long receivePacket(int socket, void* data, std::size_t size) noexcept {
-    return ::syscall(SYS_recvfrom, socket, data, size, 0, nullptr, nullptr);
-}
-
-template <typename Call>
-long whileInterrupted(Call call) noexcept {
-    long result = -1;
-    do {
-        result = call();
-    } while (result < 0 && errno == EINTR);
-    return result;
-}
-
-}  // namespace
 
 std::optional<std::uint64_t> RequestSocket::ask(TrapEvent request) noexcept {
     const int errnoBefore = errno;
@@ -45,7 +21,7 @@ std::optional<std::uint64_t> RequestSocket::ask(TrapEvent request) noexcept {
         answer = exchange(request);
         if (!answer) {
             complain(errno);
-            disconnect();
+            socket_.close();
         }
     } else {
         complain(errno);
@@ -74,18 +50,12 @@ bool RequestSocket::connect() noexcept {
     return true;
 }
 
-void RequestSocket::disconnect() noexcept {
-    ::syscall(SYS_close, socket_.descriptor());
-    owner_ = 0;
-}
-
 std::optional<std::uint64_t> RequestSocket::exchange(const TrapEvent& request) const noexcept {
-    const int socket = socket_.descriptor();
-    if (whileInterrupted([&] { return sendPacket(socket, &request, sizeof request); }) < 0) {
+    if (socket_.send(&request, sizeof request) < 0) {
         return std::nullopt;
     }
     RegisterReply reply;
-    const long received = whileInterrupted([&] { return receivePacket(socket, &reply, sizeof reply); });
+    const long received = socket_.receive(&reply, sizeof reply);
     if (received == static_cast<long>(sizeof reply)) {
         return reply.value;
     }

@@ -30,7 +30,6 @@ public:
 private:
     bool isOurs() const noexcept;
     bool connect() noexcept;
-    void disconnect() noexcept;
     std::optional<std::uint64_t> exchange(const TrapEvent& request) const noexcept;
     void complain(int reason) noexcept;
 
