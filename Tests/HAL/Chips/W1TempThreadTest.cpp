@@ -67,6 +67,7 @@ TEST_F(W1TempThreadTest, AnotherSensorEndsItsTenSecondsAtOnce) {
 }
 
 TEST_F(W1TempThreadTest, QuittingEndsItsTenSecondsAtOnceAndLeavesNoThread) {
+    std::thread([] {}).join();  // a sanitizer's own thread comes with the first one
     const std::size_t before = threads();
     addSensor(1, kName, "\0\0"s, "\x50\0\0\0"s);
     const W1Temp sensor(0, 1, 0);
@@ -74,7 +75,10 @@ TEST_F(W1TempThreadTest, QuittingEndsItsTenSecondsAtOnceAndLeavesNoThread) {
     const auto start = std::chrono::steady_clock::now();
     W1TempThread::instance().quitAndJoin();
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
-    EXPECT_EQ(before, threads());
+    // The kernel takes a joined thread off its list a moment later.
+    while (threads() > before) {
+        std::this_thread::yield();
+    }
 }
 
 TEST_F(W1TempThreadTest, ASensorAfterNoneStartsItAgain) {
