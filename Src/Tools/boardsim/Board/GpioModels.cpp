@@ -1,5 +1,6 @@
 #include "Tools/boardsim/Board/GpioModels.h"
 
+#include <limits>
 #include <stdexcept>
 
 #include "Tools/boardsim/Models/GpioDevice.h"
@@ -46,11 +47,12 @@ void GpioModels::apply(const Fault& fault) {
 
 unsigned GpioModels::lineNamed(const Fault& fault) const {
     const std::size_t plus = fault.device.find('+');
-    const std::optional<std::uint64_t> place =
-        plus == std::string::npos ? std::nullopt : wholeNumber(fault.device.substr(plus + 1));
+    constexpr std::uint64_t kNoPlace = std::numeric_limits<std::uint64_t>::max();
+    const std::uint64_t place =
+        plus == std::string::npos ? kNoPlace : wholeNumber(fault.device.substr(plus + 1)).value_or(kNoPlace);
     for (const GpioChip& chip : lines_.chips()) {
-        if (place && *place < chip.count && chip.label == fault.device.substr(0, plus)) {
-            return chip.base + static_cast<unsigned>(*place);
+        if (place < chip.count && chip.label == fault.device.substr(0, plus)) {
+            return chip.base + static_cast<unsigned>(place);
         }
     }
     refuse(fault, "no line '" + fault.device + "'; want LABEL+NUMBER");

@@ -57,7 +57,7 @@ private:
         if (target_ != nullptr && address == address_) {
             return {};
         }
-        value_.reset();
+        isForged_ = false;
         std::errc error{};
         for (PlacedFault& placed : bus_.faults_) {
             if (placed.address.value_or(address) != address || !placed.fault.schedule.strikes()) {
@@ -67,7 +67,8 @@ private:
                 placed.fault.event();
             }
             if (placed.fault.value) {
-                value_ = placed.fault.value;
+                isForged_ = true;
+                forged_ = *placed.fault.value;
             }
             if (error == std::errc{}) {
                 error = placed.fault.error;
@@ -99,13 +100,14 @@ private:
 
     std::uint8_t next() {
         const std::uint8_t byte = target_->give();
-        return value_.value_or(byte);
+        return isForged_ ? forged_ : byte;
     }
 
     I2cBus& bus_;
     I2cTarget* target_ = nullptr;
     std::uint8_t address_ = 0;
-    std::optional<std::uint8_t> value_{};
+    bool isForged_ = false;  ///< a fault answers instead of the target
+    std::uint8_t forged_ = 0;
     std::vector<I2cTarget*> addressed_{};
 };
 
