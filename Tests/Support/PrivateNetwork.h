@@ -9,7 +9,8 @@ namespace support {
 
 /// One test's own network. From construction to destruction the calling thread, what it starts and
 /// /sys/class/net know nothing but a loopback interface that is down; what is made then is without IPv6,
-/// which sends frames of its own accord. Needs the test's PrivateWorld before it.
+/// which sends frames of its own accord. Afterwards an ordinary user has an empty network, everybody else the
+/// machine's. Needs the test's PrivateWorld before it.
 class PrivateNetwork {
 public:
     PrivateNetwork();
