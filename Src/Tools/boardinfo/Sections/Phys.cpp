@@ -1,3 +1,4 @@
+#include <cerrno>
 #include <memory>
 #include <string>
 
@@ -27,11 +28,18 @@ std::shared_ptr<Valen::HAL::MDIO> configMdioOf(Board& board, int port) {
     return board.orca() != nullptr ? board.link().getEthMDIO(0, port) : board.link().getEthMDIO(port, 0);
 }
 
+/// There is no such interface, or it has no PHY.
+bool meansNoPhy(int error) {
+    return error == ENODEV || error == EOPNOTSUPP;
+}
+
 Row configPhy(Board& board, int port) {
     const std::string name = "port " + std::to_string(port);
-    const std::string interface = board.orca() != nullptr ? "eth0" : "eth" + std::to_string(port);
     const auto mdio = configMdioOf(board, port);
-    switch (presenceOf(*mdio)) {
+    errno = 0;
+    const PhyPresence presence = presenceOf(*mdio);
+    const int error = errno;
+    switch (presence) {
         case PhyPresence::Answers:
             return phyRow(name, *configPhyOf(board, port), mdio);
         case PhyPresence::Nobody:
@@ -39,7 +47,7 @@ Row configPhy(Board& board, int port) {
         case PhyPresence::BusFails:
             break;
     }
-    return {name, silence(exists("/sys/class/net/" + interface))};
+    return {name, silence(!meansNoPhy(error))};
 }
 
 }  // namespace
