@@ -10,7 +10,7 @@ using Valen::OrcaInterface;
 
 class OrcaExpandersTest : public VariantWorld {
 protected:
-    static support::LogLine notice(const std::string& text) { return {kUserLog, 5, text}; }
+    static support::LogLine notice(const std::string& text) { return {kUserLog, 4, text}; }
 
     std::vector<std::string> linesOfConstruction() {
         const OrcaInterface board(nullptr);

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "Tests/HAL/Board/VariantWorld.h"
+#include "Vl/HAL/Chips/GenericEthernetPhy.h"
 #include "Vl/HAL/Panel/OledPanelButtons.h"
 #include "Vl/HAL/Panel/OledPanelInterface.h"
 
@@ -40,8 +41,8 @@ TEST_F(OrcaInterfaceTest, IsBuiltWithoutALinkAndWithoutHardware) {
 
 TEST_F(OrcaInterfaceTest, WhereNothingAnswersEveryAccessorFails) {
     removeEverything();
-    Valen::Log::vlLog.reset();
     OrcaInterface board(nullptr);
+    syslog.lines();
     int celsius = 1000;
     int limit = 0;
     EXPECT_FALSE(board.getFPGATemperature(0, celsius, limit));

@@ -100,9 +100,10 @@ void VariantWorld::unlink(const std::string& name) {
 }
 
 void VariantWorld::removeEverything() {
-    for (const char* path : {"/dev/fpga", "/dev/gpio", "/sys/class/gpio", "/sys/bus/avalon", "/tmp/i2c"}) {
+    for (const char* path : {"/dev/fpga", "/dev/gpio", "/sys/class/gpio", "/tmp/i2c"}) {
         fs::remove_all(path);
     }
+    writeLayout("fpga", core("other", {1, 0x40}));
 }
 
 int VariantWorld::descriptors() {

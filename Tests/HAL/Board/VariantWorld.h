@@ -22,7 +22,7 @@ protected:
     /// Registers a bus or a device of I2C anew, or takes it away.
     static void link(const std::string& name, const std::string& target);
     static void unlink(const std::string& name);
-    /// Takes away the FPGA, GPIO, the buses and all that is registered.
+    /// Takes away the FPGA and all cores, GPIO, and all that is registered.
     static void removeEverything();
 
     /// How many descriptors this process has.
