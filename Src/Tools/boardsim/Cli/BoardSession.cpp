@@ -26,7 +26,7 @@ BoardSession::BoardSession(const RunOptions& options, const BoardDescription& bo
     if (options.timeout) {
         deadline_ = now + *options.timeout;
     }
-    if (options.missing.has(BoardPart::Screen) || options.missing.has(BoardPart::Spi)) {
+    if (!hasScreen(board, options.missing)) {
         operator_.screenUseless(now);
     }
     wire(signals);
@@ -88,7 +88,7 @@ void BoardSession::onControl() {
         case ControlKind::SocketRequests:
             return answerForInterfaces(std::move(message->descriptor));
         case ControlKind::RegisterMemory:
-            registers_.emplace(std::move(message->descriptor), board_.fpgaBytes);
+            registers_.emplace(std::move(message->descriptor), board_.fpga->bytes);
             return;
         case ControlKind::Failed:
             failure_ = message->text;
@@ -221,9 +221,8 @@ void BoardSession::playKeys() {
         for (const KeyStroke& stroke : step->strokes) {
             models_.panel().operate(stroke.key, stroke.times);
         }
-        if (registers_) {
-            registers_->store(board_.panelRegisters() + PanelRegisters::kCounters,
-                              models_.panel().counters());
+        if (const auto address = board_.panelRegisters(); address && registers_) {
+            registers_->store(*address + PanelRegisters::kCounters, models_.panel().counters());
         }
     }
 }
