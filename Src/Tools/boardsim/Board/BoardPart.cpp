@@ -10,7 +10,7 @@ namespace {
 constexpr std::array<std::string_view, kBoardParts> kNames{
     "screen", "spi",  "panel-registers", "layout", "fpga", "gpio",
     "log",    "font", "font-directory",  "w1",     "cpld", "mii",
-    "i2c"};
+    "i2c",    "rom",  "hwmon",           "eeprom"};
 
 }  // namespace
 

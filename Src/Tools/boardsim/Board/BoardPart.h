@@ -23,8 +23,11 @@ enum class BoardPart : std::uint8_t {
     Cpld,            ///< the second programmable device: node and layout
     Mii,             ///< the answers of network interfaces to MII requests
     I2c,             ///< the I2C buses and the registry of their devices
+    Rom,             ///< the device node of the identity ROM
+    Hwmon,           ///< the kernel's hardware monitoring
+    Eeprom,          ///< the EEPROMs on I2C
 };
-inline constexpr std::size_t kBoardParts = 13;
+inline constexpr std::size_t kBoardParts = 16;
 
 /// The word for a part on the command line: "panel-registers".
 std::string_view partName(BoardPart part);

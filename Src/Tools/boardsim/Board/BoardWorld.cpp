@@ -79,7 +79,7 @@ WorldPlan planWorld(const BoardDescription& board, const BoardParts& missing, co
     plan.covers = {
         {"/dev", kUsualNodes},
         {"/sys/bus", {}, {"avalon", "i2c", "w1", kRegisterSocket}},
-        {"/sys/class", {}, {"gpio", "i2c-dev"}},
+        {"/sys/class", {}, {"gpio", "hwmon", "i2c-dev"}},
         {"/tmp", {}, {"i2c"}},
         {"/opt", {}, {"pattern"}},
     };
@@ -88,9 +88,7 @@ WorldPlan planWorld(const BoardDescription& board, const BoardParts& missing, co
     planFpga(plan, board, missing);
     planPanel(plan, board, missing);
     planFont(plan, missing, font);
-    if (!missing.has(BoardPart::I2c)) {
-        planI2c(plan, board.i2c);
-    }
+    planI2c(plan, without(missing, board.i2c));
     for (const ActingFile& file : acting) {
         plan.acting.push_back(file.path);
     }

@@ -115,6 +115,10 @@ void checkBoard(const JsonPlace& place, const BoardDescription& board) {
         checkUnique(place.member("mdio").member("phys"), board.mdio->phys, "address",
                     [](const MdioPhy& phy) { return phy.address; });
     }
+    if (!board.hwmon.empty()) {
+        checkUnique(place.member("hwmon"), board.hwmon, "sensor",
+                    [](const HwmonSensor& sensor) { return std::pair(sensor.device, sensor.sensor); });
+    }
     if (!board.miiPorts.empty()) {
         checkUnique(place.member("mii_ports"), board.miiPorts, "interface",
                     [](const MiiPart& port) { return port.interface; });

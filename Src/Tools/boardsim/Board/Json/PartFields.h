@@ -36,6 +36,14 @@ const std::vector<Field<MdioPart>>& fieldsOf();
 template <>
 const std::vector<Field<MiiPart>>& fieldsOf();
 
+// RomFields.cpp
+template <>
+const std::vector<Field<CardSerial>>& fieldsOf();
+template <>
+const std::vector<Field<RomPart>>& fieldsOf();
+template <>
+const std::vector<Field<HwmonSensor>>& fieldsOf();
+
 // W1Fields.cpp
 template <>
 const std::vector<Field<EepromRecord>>& fieldsOf();
