@@ -29,7 +29,8 @@ BoardModels::BoardModels(const BoardDescription& board, const BoardParts& missin
       mii_(missing.has(BoardPart::Mii) ? std::vector<MiiPart>{} : board.miiPorts,
            std::chrono::steady_clock::now, [this](const std::string& line) { tell(line); }),
       i2c_(without(missing, board.i2c)),
-      hwmon_(board.hwmon, [this](const std::string& line) { tell(line); }) {
+      hwmon_(missing.has(BoardPart::Hwmon) ? std::vector<HwmonSensor>{} : board.hwmon,
+             [this](const std::string& line) { tell(line); }) {
     if (const std::optional<std::uint32_t> address = board.panelRegisters()) {
         registers_.add({"panel", *address, PanelRegisters::kBlockBytes, &panel_});
     }
