@@ -6,6 +6,11 @@
 #include <memory>
 #include <string>
 
+#include "Vl/Common/Files/Descriptor.h"
+#include "Vl/Common/Identity/HaldenSerial.h"
+#include "Vl/Common/Identity/MACAddress.h"
+#include "Vl/Common/Identity/SerialNo.h"
+#include "Vl/Common/Identity/Version.h"
 #include "Vl/Common/Log/LogImpl.h"
 #include "Vl/Common/Log/LogInterface.h"
 #include "Vl/HAL/Board/CPLinkInterface.h"
@@ -57,11 +62,41 @@ void sayPanel(CPInterface& board) {
     say("screen", panel->setState(OledPanelInterface::kFrameShown));
 }
 
+/// A value that has a text.
+template <typename Value>
+void sayText(const char* name, bool succeeded, const Value& value) {
+    say(name, succeeded, succeeded ? value.toString().c_str() : "");
+}
+
+void sayIdentity(CPInterface& board) {
+    MACAddress mac;
+    Version version;
+    HaldenSerial serial;
+    SerialNo chip;
+    sayText("mac", board.getMAC(BinaryData::SecondMac, mac), mac);
+    sayText("card-id", board.getCardID(version, serial), version);
+    say("rom", board.checkROMData());
+    sayText("cpld", board.getCPLDVersion(version) == 1, version);
+    say("fpga-version", board.getFPGAVersion(version) == 1);
+    sayText("card-serial", board.getCardSerial(chip), chip);
+}
+
+void sayHwmon(const char* name, therm_entry entry) {
+    int number = -1;
+    CPInterface::openTherm(&entry, &number, 1);
+    const Descriptor sensor(number);
+    int millidegrees = 0;
+    const bool succeeded = CPInterface::gettemp(millidegrees, number);
+    say(name, succeeded, succeeded ? std::to_string(millidegrees) : "");
+}
+
 void sayCommon(CPInterface& board) {
     say("sync-word", board.getSyncWord().first);
     sayPanel(board);
     sayPhy("phy-0", *board.getPhy(0));
     sayPhy("phy-1", *board.getPhy(1));
+    sayIdentity(board);
+    sayHwmon("hwmon0/temp1", {.hwmon = 0, .sensor = 1});
 }
 
 void sayExpander(const char* name, Sx1509b* chip) {
@@ -78,6 +113,8 @@ void orca() {
     CPLinkInterface link;
     OrcaInterface board(&link);
     sayCommon(board);
+    sayHwmon("hwmon0/temp2", {.hwmon = 0, .sensor = 2});
+    sayHwmon("hwmon1/temp1", {.hwmon = 1, .sensor = 1});
     sayPhy("config-phy-0", *board.getConfigEthPhy(0));
     sayFpgaTemperature(board, "fpga", 0);
     sayFpgaTemperature(board, "tile0", 1);

@@ -38,6 +38,9 @@ const std::string kEthLedNotFound = "err Core: Unable to find i2c device: eth_le
 const std::string kEthLedFailed = "err Core: Failed to initialize eth_led ";
 const std::string kNoVideo = "err Core: Unable to open adv 'video_enc'";
 const std::string kNoVideoOnSpi = "err CPCardInterface: ADV SPI not found!";
+const std::string kNoRom = "err CPCardInterface: could not open rom file";
+const std::string kInvalidRom = "err CPCardInterface: invalid ROM data";
+const std::string kNoCpldLayout = "err CPCardInterface: could not find: /sys/bus/avalon/devices/cpld/layout";
 const std::string kNoPhy0 = "err CPCardInterface: failed to get MDIO for phyID 0 (mdio @ (nil))";
 const std::string kNoPhy1 = "err CPCardInterface: failed to get MDIO for phyID 1 (mdio @ (nil))";
 
@@ -53,21 +56,34 @@ const std::string kFailed = "failed";
 const std::string kNobody = "ok 0xffff";  // a management bus without an answer floats high
 const std::string kNoVersions = "failed 0  0 0";
 
+const Expectation kWithoutRom = {{kNoRom, kNoRom, kNoRom, kInvalidRom},
+                                 {{"mac", kFailed}, {"card-id", kFailed}, {"rom", kFailed}}};
+const Expectation kWithoutCpld = {{kNoCpldLayout}, {{"cpld", kFailed}}};
+
 const Variant kOrca = {
     "orca",
     boardsim::orcaBoard,
     {
         {"fpga",
          {{kNoLayout, kNoLayout, kNoLayout, kNoTemperature, kNoLayout, kNoTemperature, kNoLayout,
-           kNoTemperature, kNoLayout, noControls("subsys_hps_oled_io_spi"), kNoPhy0, kNoPhy1},
+           kNoTemperature, kNoLayout, noControls("subsys_hps_oled_io_spi"), kNoPhy0, kNoPhy1, kNoLayout},
           {{"sync-word", kFailed},
            {"panel", kFailed},
            {"screen", kFailed},
            {"phy-0", kFailed},
            {"phy-1", kFailed},
+           {"fpga-version", kFailed},
            {"fpga", "failed of 95"},
            {"tile0", "failed of 95"},
            {"tile1", "failed of 95"}}}},
+        {"core cardid", {{}, {{"fpga-version", kFailed}}}},
+        {"rom", kWithoutRom},
+        {"cpld", kWithoutCpld},
+        {"hwmon0/temp1", {{}, {{"hwmon0/temp1", kFailed}}}},
+        {"hwmon0/temp2", {{}, {{"hwmon0/temp2", kFailed}}}},
+        {"hwmon1/temp1", {{}, {{"hwmon1/temp1", kFailed}}}},
+        // Then the lowest chip anywhere is taken.
+        {"sensor on w1 bus 1", {{}, {{"card-serial", "ok 00000052F00D2200"}}}},
         {"core subsys_hps_central_sync", {{}, {{"sync-word", kFailed}}}},
         {"core ethernet_mdio", {{kNoPhy0, kNoPhy1}, {{"phy-0", kFailed}, {"phy-1", kFailed}}}},
         {"core subsys_hps_pio_temp_fpga", {{kNoTemperature}, {{"fpga", "failed of 95"}}}},
@@ -110,15 +126,22 @@ const Variant kHd24 = {
     boardsim::hd24Board,
     {
         {"fpga",
-         {{kNoLayout, kNoLayout, kNoLayout, noControls("oled_io_spi"), kNoPhy0, kNoPhy1, kNoVideoOnSpi},
+         {{kNoLayout, kNoLayout, kNoLayout, noControls("oled_io_spi"), kNoPhy0, kNoPhy1, kNoLayout,
+           kNoVideoOnSpi},
           {{"sync-word", kFailed},
            {"panel", kFailed},
            {"screen", kFailed},
            {"phy-0", kFailed},
            {"phy-1", kFailed},
+           {"fpga-version", kFailed},
            {"fpga", kFailed},
            {"misc", kFailed},
            {"video", kFailed}}}},
+        {"core cardid", {{}, {{"fpga-version", kFailed}}}},
+        {"rom", kWithoutRom},
+        {"cpld", kWithoutCpld},
+        {"hwmon0/temp1", {{}, {{"hwmon0/temp1", kFailed}}}},
+        {"sensor on w1 bus 1", {{}, {{"card-serial", kFailed}}}},
         {"core central_sync", {{}, {{"sync-word", kFailed}}}},
         {"core misc_pio", {{}, {{"fpga", kFailed}, {"misc", kFailed}}}},
         {"core ethernet_mdio", {{kNoPhy0, kNoPhy1}, {{"phy-0", kFailed}, {"phy-1", kFailed}}}},

@@ -81,7 +81,8 @@ public:
     ///         which is logged here (ERROR).
     virtual std::shared_ptr<HAL::MDIO> getMdio(int phyID);
 
-    /// @return the object built last, or null when there is none.
+    /// @return the object built last; null when there is none, and, deliberately, as soon as any is
+    /// destroyed.
     static CPInterface* getInstance() { return globalCPInterface; }
 
     /// Finds the MDIO master that getMdio()'s accessors use. Where there is none everything stays as it was.
@@ -185,7 +186,8 @@ public:
     /// Sets the time code to a second of the day, its first frame, with empty user bits. Logged (DEBUG).
     bool setVitc(int secondsOfDay);
     /// Sets the time code; the frames follow from the milliseconds, frames of 40 ms or of 1/30 s as the
-    /// hardware runs. Ends when the time code was not seen to run on while it was written. Logged (DEBUG).
+    /// hardware runs. Ends when the time code was not seen to run on while it was written, and thus never
+    /// where the register does not keep what is written. Logged (DEBUG).
     /// @return 1, or kNoSyncBlock.
     int setVitcData(const Vitc& time);
     /// Reads the time code. Both its words are of the same moment. Without a sync block that is logged
