@@ -13,6 +13,11 @@ std::string firstWord(const std::string& line) {
     return line.substr(0, line.find(' '));
 }
 
+/// Whether a line only tells that something starts or ends: the log, or the thread that polls sensors.
+bool isRoutine(const std::string& line) {
+    return line.find(": *******") != std::string::npos || line.find(" (pid: ") != std::string::npos;
+}
+
 }  // namespace
 
 WholeBoardRun runWholeBoard(const support::VirtualBoard& board, const std::string& variant) {
@@ -29,7 +34,7 @@ WholeBoardRun runWholeBoard(const support::VirtualBoard& board, const std::strin
         const std::size_t name = line.find(program);
         if (name == std::string::npos) {
             ADD_FAILURE() << "an unexpected line: " << line;
-        } else if (line.find(": *******") == std::string::npos) {
+        } else if (!isRoutine(line)) {
             line.replace(name, program.size(), " ");
             seen.log.push_back(line.starts_with(userLog) ? line.substr(userLog.size()) : line);
         }

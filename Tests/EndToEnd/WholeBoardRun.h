@@ -12,7 +12,7 @@ namespace e2e {
 struct WholeBoardRun {
     int status = -1;
     std::vector<std::string> accessors;  ///< "fan ok 29 of 60", in the program's order
-    std::vector<std::string> log;  ///< above debugging, without the lines of start and end: "err Core: …"
+    std::vector<std::string> log;        ///< above debugging, without what starts and ends: "err Core: …"
     std::string err;
 };
 
