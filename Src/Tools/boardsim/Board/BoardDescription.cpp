@@ -34,6 +34,18 @@ std::vector<std::uint32_t> makeCpld() {
     return words;
 }
 
+/// The card is its own master.
+SyncPart makeSync() {
+    SyncSettings settings;
+    settings.id = 0x001A2B3C00042AULL;
+    settings.master = settings.id;
+    settings.isMaster = true;
+    settings.rate = FrameRate::Fps25;
+    settings.networkId = 7;
+    settings.timeCode = {10 * 3600, 0, {0x12, 0x34, 0x56, 0x78}};
+    return {"subsys_hps_central_sync", settings};
+}
+
 BoardDescription makeOrca() {
     BoardDescription board;
     board.name = "orca";
@@ -69,6 +81,15 @@ BoardDescription makeOrca() {
     board.videoSpiCore = "spi_videosync_out";
     board.videoSpiDevice = "2.0";
     board.i2c = orcaI2c();
+    board.sync = makeSync();
+    board.misc = {"misc_pio", 43, 0x00000500};
+    board.temperatures = {
+        {"subsys_hps_pio_temp_fpga", 61},
+        {"subsys_hps_pio_temp_tile0", 57},
+        {"subsys_hps_pio_temp_tile1", 58},
+    };
+    board.inband = {true, "eth0", {120, 35}};
+    board.pattern = {true, 8};
     return board;
 }
 

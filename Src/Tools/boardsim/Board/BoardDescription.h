@@ -2,13 +2,16 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "Tools/boardsim/Board/I2cDescription.h"
 #include "Tools/boardsim/Board/Layout.h"
+#include "Tools/boardsim/Board/NetworkDescription.h"
 #include "Tools/boardsim/Board/PhyParts.h"
+#include "Tools/boardsim/Board/StatusDescription.h"
 #include "Tools/boardsim/Board/W1Description.h"
 #include "Tools/boardsim/Models/GpioBlock.h"
 #include "Tools/boardsim/Models/PanelScreen.h"
@@ -45,6 +48,15 @@ struct BoardDescription {
     std::string videoSpiDevice{};  ///< bus and chip select
 
     I2cDescription i2c{};
+
+    // Cores of the FPGA that tell something by themselves.
+    std::optional<SyncPart> sync{};
+    std::optional<MiscPart> misc{};
+    std::vector<TemperaturePart> temperatures{};
+
+    // Network interfaces that are no ordinary ports.
+    std::optional<InbandPart> inband{};
+    std::optional<PatternPart> pattern{};
 
     /// Byte offset of a core of the board in the register space.
     std::uint32_t addressOf(std::string_view core) const;

@@ -23,6 +23,9 @@ std::string layoutFile(const BoardDescription& board, const BoardParts& missing)
     if (missing.has(BoardPart::PanelRegisters)) {
         std::erase_if(cores, [&](const Core& core) { return core.name == board.panelRegisterCore; });
     }
+    if (board.sync && missing.has(BoardPart::Sync)) {
+        std::erase_if(cores, [&](const Core& core) { return core.name == board.sync->core; });
+    }
     return encodeLayout(cores);
 }
 
@@ -56,6 +59,13 @@ void planCpld(WorldPlan& plan, const BoardDescription& board) {
     plan.files.push_back({"/dev/cpld", std::move(bytes)});
 }
 
+/// Which of the interfaces the in-band link uses is its driver's to tell.
+void planInband(WorldPlan& plan, const InbandPart& inband) {
+    if (!inband.slave.empty()) {
+        plan.files.push_back({"/sys/kernel/inband/slave_if", inband.slave + "\n"});
+    }
+}
+
 void planFont(WorldPlan& plan, const BoardParts& missing, const std::string& font) {
     if (missing.has(BoardPart::FontDirectory)) {
         return;
@@ -75,7 +85,8 @@ WorldPlan planWorld(const BoardDescription& board, const BoardParts& missing, co
     plan.covers = {
         {"/dev", kUsualNodes},
         {"/sys/bus", {}, {"avalon", "i2c", "w1", kRegisterSocket}},
-        {"/sys/class", {}, {"gpio", "i2c-dev"}},
+        {"/sys/class", {}, {"gpio", "i2c-dev", "net"}},
+        {"/sys/kernel", {}, {"inband"}},
         {"/tmp", {}, {"i2c"}},
         {"/opt", {}, {"pattern"}},
     };
@@ -86,6 +97,9 @@ WorldPlan planWorld(const BoardDescription& board, const BoardParts& missing, co
     planFont(plan, missing, font);
     if (!missing.has(BoardPart::I2c)) {
         planI2c(plan, board.i2c);
+    }
+    if (board.inband && !missing.has(BoardPart::Inband)) {
+        planInband(plan, *board.inband);
     }
     for (const ActingFile& file : acting) {
         plan.acting.push_back(file.path);

@@ -20,6 +20,7 @@ struct MdioPhy {
 struct MiiPart {
     std::string interface;  ///< "eth0"
     MdioPhy phy{};
+    bool hasCarrier = true;
 };
 
 std::unique_ptr<Phy> makePhy(PhyModel model, const ModelClock& clock);
