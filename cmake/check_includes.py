@@ -12,6 +12,7 @@ MAY_INCLUDE = {
     "Src/Vl/Common": ["Vl/System"],
     "Src/Vl/Graphics": [],
     "Src/Vl/HAL": ["Vl/System", "Vl/Common", "Vl/Graphics"],
+    "Src/Tools/boardinfo": ["Vl/System", "Vl/Common", "Vl/HAL"],
     "Src/Tools/panelprobe": ["Vl/System", "Vl/Common", "Vl/Graphics", "Vl/HAL"],
     "Src/Tools/boardsim": [],
     "Src/Tools/overlayview": [],

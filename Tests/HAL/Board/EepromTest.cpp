@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "Tests/HAL/Board/EepromFields.h"
 #include "Tests/HAL/Checksum.h"
 #include "Tests/Support/PrivateWorld.h"
 
@@ -20,16 +21,6 @@ using testing::internal::CaptureStdout;
 using testing::internal::GetCapturedStdout;
 using Valen::Eeprom;
 using Valen::SafeFileDescriptor;
-
-std::string littleEndian(unsigned int word) {
-    return {static_cast<char>(word & 0xFF), static_cast<char>(word >> 8)};
-}
-
-std::string field(unsigned int type, const std::string& body) {
-    const std::string rest =
-        littleEndian(type) + littleEndian(static_cast<unsigned int>(6 + body.size())) + body;
-    return littleEndian(crcOf("\0\0"s + rest)) + rest;
-}
 
 class EepromTest : public testing::Test {
 protected:

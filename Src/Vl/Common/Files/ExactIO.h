@@ -14,6 +14,11 @@ namespace Valen {
 ///         with errno set.
 ssize_t readExact(int descriptor, std::span<std::byte> bytes);
 
+/// Writes until all of `bytes` is written, the file takes no more or an error comes; interrupted and short
+/// writes go on. Blocks as write(2) does.
+/// @return the number of bytes written; -1 on an error, with errno set; a part may have been written.
+ssize_t writeCounting(int descriptor, std::span<const std::byte> bytes);
+
 /// Writes all of `text`; interrupted and short writes go on. Blocks as write(2) does.
 /// @return false on an error, with errno set (EIO for a device that takes nothing); a part may have
 ///         been written.

@@ -1,24 +1,23 @@
 #include "Vl/HAL/Board/CPInterface.h"
 
-#include <algorithm>
-#include <cstddef>
-#include <cstring>
 #include <limits>
 
 #include "Vl/Common/Log/LogInterface.h"
+#include "Vl/HAL/Board/VideoChip.h"
+#include "Vl/HAL/Bus/AlteraSpi.h"
+#include "Vl/HAL/Bus/FakeMdio.h"
+#include "Vl/HAL/Bus/FpgaMdio.h"
+#include "Vl/HAL/Chips/ADVInterface.h"
 #include "Vl/HAL/Fpga/CoreLayout.h"
 #include "Vl/HAL/Panel/OledPanelInterface.h"
 
 namespace Valen {
 namespace {
 
-constexpr std::size_t kWordSize = sizeof(std::uint32_t);
-
-/// Registers of the central sync block, as word indices.
-constexpr std::size_t kSyncWord = 52 / kWordSize;
-
+constexpr int kFound = 1;
 constexpr int kAnyVersion = -1;
 constexpr int kVersionWord = 0;
+constexpr int kFirstSpan = 1;
 
 }  // namespace
 
@@ -38,11 +37,6 @@ CPInterface::~CPInterface() {
     globalCPInterface = nullptr;
 }
 
-unsigned int CPInterface::getTimestamp() {
-    const volatile std::uint32_t* sync = fpga_.centralSync();
-    return sync != nullptr ? sync[kSyncWord] : 0;
-}
-
 int CPInterface::getOledPanelCount() const {
     return 0;
 }
@@ -51,46 +45,35 @@ std::unique_ptr<OledPanelInterface> CPInterface::getOledPanel(int /*index*/) {
     return nullptr;
 }
 
-bool CPInterface::readFPGA(unsigned int offset, unsigned int& value) {
-    const auto registers = fpga_.words(offset);
-    if (registers.empty()) {
-        return false;
+std::shared_ptr<ADVInterface> CPInterface::getADV() {
+    if (!adv_) {
+        adv_ = openVideoChipOnSpi();
     }
-    value = registers.front();
-    return true;
+    return adv_;
 }
 
-bool CPInterface::writeFPGA(unsigned int offset, unsigned int value) {
-    const auto registers = fpga_.words(offset);
-    if (registers.empty()) {
-        return false;
+void CPInterface::initMdio(const char* coreName) {
+    unsigned int address = 0;
+    if (getCoreAddress(coreName, address, kFirstSpan, kAnyVersion) == kFound) {
+        mdio_ = registersAt(address);
     }
-    registers.front() = value;
-    return true;
 }
 
-bool CPInterface::readFPGA(unsigned int offset, void* buf, unsigned int count) {
-    const auto registers = fpga_.words(offset);
-    auto* to = static_cast<std::byte*>(buf);
-    for (const volatile std::uint32_t& source :
-         registers.first(std::min<std::size_t>(count, registers.size()))) {
-        const std::uint32_t value = source;
-        std::memcpy(to, &value, kWordSize);
-        to += kWordSize;
+std::shared_ptr<HAL::MDIO> CPInterface::getMdio(int phyID) {
+    if (phyID >= 0 && mdio_ != nullptr) {
+        return std::make_shared<HAL::FpgaMdio>(mdio_, phyID);
     }
-    return true;  // meant, whatever was there to read
+    VL_LOG(CPCardInterface, ERROR, "failed to get MDIO for phyID %d (mdio @ %p)", phyID,
+           static_cast<void*>(const_cast<std::uint32_t*>(mdio_)));
+    return std::make_shared<HAL::FakeMdio>();
 }
 
-bool CPInterface::writeFPGA(unsigned int offset, const void* buf, unsigned int count) {
-    const auto registers = fpga_.words(offset);
-    const auto* from = static_cast<const std::byte*>(buf);
-    for (volatile std::uint32_t& target : registers.first(std::min<std::size_t>(count, registers.size()))) {
-        std::uint32_t value;
-        std::memcpy(&value, from, kWordSize);
-        target = value;
-        from += kWordSize;
+std::shared_ptr<AlteraSpi> CPInterface::getSpiCore(const char* name) {
+    unsigned int address = 0;
+    if (getCoreAddress(name, address, kFirstSpan, kAnyVersion) != kFound) {
+        return nullptr;
     }
-    return true;  // meant, whatever was there to write
+    return std::make_shared<AlteraSpi>(this, address);
 }
 
 int CPInterface::getCoreAddress(const char* name, unsigned int& address, int n, int minVersion,
@@ -108,18 +91,23 @@ std::pair<volatile std::uint32_t*, unsigned int> CPInterface::getCoreRegs(const 
     }
     const auto layout = HAL::readLayout(HAL::FPGAInterface::device);
     const auto read = [&](int n, unsigned int& word) {
-        return HAL::getPldCoreInfo(*layout, name, &word, n, 1, kAnyVersion, kAnyVersion) == 1;
+        return HAL::getPldCoreInfo(*layout, name, &word, n, 1, kAnyVersion, kAnyVersion) == kFound;
     };
     unsigned int address = 0;
     if (!layout || !read(i + 1, address)) {
         return {};
     }
-    const auto registers = fpga_.words(address & HAL::kCoreAddressMask);
+    volatile std::uint32_t* registers = registersAt(address & HAL::kCoreAddressMask);
     unsigned int version = 0;
-    if (registers.empty() || !read(kVersionWord, version)) {
+    if (registers == nullptr || !read(kVersionWord, version)) {
         return {};
     }
-    return {registers.data(), version};
+    return {registers, version};
+}
+
+volatile std::uint32_t* CPInterface::registersAt(unsigned int address) const {
+    const auto registers = fpga_.words(address);
+    return registers.empty() ? nullptr : registers.data();
 }
 
 }  // namespace Valen

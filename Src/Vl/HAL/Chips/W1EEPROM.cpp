@@ -48,9 +48,9 @@ W1EEPROM::W1EEPROM(const void* buffer, int size, W1Util::W1Handle handle, const 
     cache_.assign(bytes, bytes + std::max(size, 0));
 }
 
-bool W1EEPROM::findDevice(int match, int bus) {
+bool W1EEPROM::findDevice(int match, int bus, W1Util::Family family) {
     vlslist<W1Util::W1Handle> slaves;
-    W1Util::FindW1(slaves, W1Util::kIdentityEeprom, bus);
+    W1Util::FindW1(slaves, family, bus);
     for (const W1Util::W1Handle slave : slaves) {
         if (this->match(slave, match)) {
             handle_ = slave;

@@ -46,9 +46,9 @@ public:
     /// The data of the identity records that match() accepted last: 16 bytes of serial, 12 of version.
     std::span<const std::byte> cached() const { return cache_; }
 
-    /// Takes the first identity EEPROM that the bus lists (see W1Util::FindW1) and match() accepts. @return
-    /// whether there is one; without, the handle stays.
-    bool findDevice(int match, int bus);
+    /// Takes the first EEPROM of that family that the bus lists (see W1Util::FindW1) and match() accepts.
+    /// @return whether there is one; without, the handle stays.
+    bool findDevice(int match, int bus, W1Util::Family family = W1Util::kIdentityEeprom);
     /// Reads a slave's identity records, each as often as the retry count allows. It is accepted when both
     /// have the right CRC and are not blank, and the version's card type is `cardType`, or that is negative.
     /// Then version() and cached() are this slave's. The handle stays.

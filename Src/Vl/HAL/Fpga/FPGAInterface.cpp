@@ -58,10 +58,4 @@ bool FPGAInterface::loadCoreAddresses() {
     return true;
 }
 
-std::span<volatile std::uint32_t> FPGAInterface::words(unsigned int address) const {
-    const std::span all(base_, mappedSize_ / sizeof(std::uint32_t));
-    const std::size_t first = address / sizeof(std::uint32_t);
-    return first < all.size() ? all.subspan(first) : std::span<volatile std::uint32_t>();
-}
-
 }  // namespace Valen::HAL

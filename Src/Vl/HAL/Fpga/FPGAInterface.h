@@ -38,7 +38,11 @@ public:
     /// The registers from the word at `address` (low two bits ignored) to the end of the mapped space; empty
     /// when nothing is mapped or the address lies behind the end. A core's first 64 bytes are always safe
     /// to access when its first word is in here: cores are 64-byte aligned and memory is mapped in pages.
-    std::span<volatile std::uint32_t> words(unsigned int address) const;
+    std::span<volatile std::uint32_t> words(unsigned int address) const {
+        const std::span all(base_, mappedSize_ / sizeof(std::uint32_t));
+        const std::size_t first = address / sizeof(std::uint32_t);
+        return first < all.size() ? all.subspan(first) : std::span<volatile std::uint32_t>();
+    }
 
     /// The registers of the central sync block; null while none is known.
     volatile std::uint32_t* centralSync() const { return centralSync_; }
