@@ -1,8 +1,10 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,35 +20,71 @@
 
 namespace boardsim {
 
-/// What a board consists of, without saying how a program reaches it.
+/// The main programmable device: the size of its register space and what is in it.
+struct FpgaPart {
+    std::size_t bytes = 0;
+    std::vector<Core> cores{};  ///< in the order of the layout file
+    /// The words of its "cardid" core: a version, whose months count from 0.
+    std::array<std::uint32_t, 3> cardId{};
+
+    bool operator==(const FpgaPart&) const = default;
+};
+
+/// A device on an SPI master that is a core of the FPGA and has a kernel driver.
+struct SpiPlace {
+    std::string core{};    ///< the master
+    std::string device{};  ///< bus and chip select, "1.0"
+
+    /// The kernel's directory of it.
+    std::string directory() const;
+
+    bool operator==(const SpiPlace&) const = default;
+};
+
+/// The front panel. A panel may lack its screen, or its controls.
+struct PanelPart {
+    PanelGeometry geometry{};
+    std::optional<SpiPlace> screen{};
+    std::string registerCore{};  ///< the block of buttons, encoder and LED; none when empty
+
+    bool operator==(const PanelPart&) const = default;
+};
+
+/// The FPGA's MDIO bus.
+struct MdioPart {
+    std::string core{};  ///< its master
+    std::vector<MdioPhy> phys{};
+
+    bool operator==(const MdioPart&) const = default;
+};
+
+/// The second programmable device, whose registers only tell what it is.
+struct CpldPart {
+    std::vector<Core> cores{};           ///< in the order of its layout file
+    std::vector<std::uint32_t> words{};  ///< its registers from address 0
+
+    bool operator==(const CpldPart&) const = default;
+};
+
+/// What a board consists of, without saying how a program reaches it. Every part may be absent: an optional
+/// without a value, an empty list, an empty name of a core.
 struct BoardDescription {
     std::string name;
-    std::size_t fpgaBytes = 0;  ///< size of the FPGA's register space
-    std::vector<Core> cores{};  ///< in the order of the layout file
+    std::optional<FpgaPart> fpga{};
+    std::optional<PanelPart> panel{};
 
-    // The front panel.
-    PanelGeometry panel{};
-    std::string panelSpiCore{};       ///< the SPI master that the screen hangs on
-    std::string panelRegisterCore{};  ///< the block of buttons, encoder and LED
-    std::string panelSpiDevice{};     ///< bus and chip select, "1.0"
-
-    // Beside the FPGA.
-    std::vector<W1BusPart> w1Buses{};  ///< the first is number 1
-    std::vector<GpioChip> gpioChips{};
-    std::vector<MiiPart> miiPorts{};
-    std::vector<Core> cpldCores{};  ///< of the second programmable device, in the order of its layout file
-    std::vector<std::uint32_t> cpld{};  ///< its registers from address 0, as words
-
-    // Cores whose registers act.
-    std::string mdioCore{};  ///< the master of the MDIO bus
-    std::vector<MdioPhy> phys{};
+    // Cores of the FPGA whose registers act.
+    std::optional<MdioPart> mdio{};
     std::string macCore{};        ///< a triple-speed MAC
     std::string spiMasterCore{};  ///< an SPI master without a kernel driver; a word comes back with the next
 
-    // The video synchronisation chip, whose registers are a file.
-    std::string videoSpiCore{};    ///< the SPI master that it hangs on
-    std::string videoSpiDevice{};  ///< bus and chip select
+    std::optional<SpiPlace> videoChip{};  ///< the video synchronisation chip, whose registers are a file
 
+    // Beside the FPGA.
+    std::optional<CpldPart> cpld{};
+    std::vector<W1BusPart> w1Buses{};  ///< the first is number 1
+    std::vector<GpioChip> gpioChips{};
+    std::vector<MiiPart> miiPorts{};
     I2cDescription i2c{};
 
     // Cores of the FPGA that tell something by themselves.
@@ -58,25 +96,27 @@ struct BoardDescription {
     std::optional<InbandPart> inband{};
     std::optional<PatternPart> pattern{};
 
-    /// Byte offset of a core of the board in the register space.
-    std::uint32_t addressOf(std::string_view core) const;
+    /// Byte offset of a core of the FPGA in its register space; nothing when there is no such core, or it
+    /// has no registers.
+    std::optional<std::uint32_t> addressOf(std::string_view core) const;
 
-    std::uint32_t panelRegisters() const { return addressOf(panelRegisterCore); }
+    /// Where the panel's registers are.
+    std::optional<std::uint32_t> panelRegisters() const {
+        return panel ? addressOf(panel->registerCore) : std::nullopt;
+    }
 
-    /// The directory of the screen's SPI device.
-    std::string panelDirectory() const { return spiDirectory(panelSpiCore, panelSpiDevice); }
-
-    /// The directory of the video chip's SPI device.
-    std::string videoDirectory() const { return spiDirectory(videoSpiCore, videoSpiDevice); }
-
-private:
-    static std::string spiDirectory(const std::string& core, const std::string& device);
+    bool operator==(const BoardDescription&) const = default;
 };
 
 /// Where the kernel shows the programmable devices and their cores.
 inline constexpr const char* kBusDevices = "/sys/bus/avalon/devices/";
 
-/// The built-in board.
+/// The built-in boards: "orca", the default, and "hd24".
 const BoardDescription& orcaBoard();
+const BoardDescription& hd24Board();
+std::span<const BoardDescription> builtInBoards();
+
+/// @return null when there is no built-in board of this name.
+const BoardDescription* builtInBoard(std::string_view name);
 
 }  // namespace boardsim

@@ -40,9 +40,14 @@ std::vector<NetworkInterface> interfacesOf(const BoardDescription& board, const 
 
 }  // namespace
 
+bool hasScreen(const BoardDescription& board, const BoardParts& missing) {
+    return board.panel && board.panel->screen && !missing.has(BoardPart::Spi) &&
+           !missing.has(BoardPart::Screen);
+}
+
 BoardModels::BoardModels(const BoardDescription& board, const BoardParts& missing, ScreenFault screen,
                          const std::vector<Fault>& faults)
-    : screen_(board.panel, screen),
+    : screen_(board.panel ? board.panel->geometry : PanelGeometry{}, screen),
       registers_(board, std::chrono::steady_clock::now),
       w1_(missing.has(BoardPart::W1) ? std::vector<W1BusPart>{} : board.w1Buses,
           [this](const std::string& line) { tell(line); }),
@@ -54,25 +59,29 @@ BoardModels::BoardModels(const BoardDescription& board, const BoardParts& missin
                [this](const std::string& line) { tell(line); }),
       status_(board, missing),
       i2c_(missing.has(BoardPart::I2c) ? I2cDescription{} : board.i2c) {
-    registers_.add({"panel", board.panelRegisters(), PanelRegisters::kBlockBytes, &panel_});
+    if (const std::optional<std::uint32_t> address = board.panelRegisters()) {
+        registers_.add({"panel", *address, PanelRegisters::kBlockBytes, &panel_});
+    }
     status_.addTo(registers_);
     registers_.listen([this](const MdioFrame& frame) { tell(describe(frame)); });
-    if (!missing.has(BoardPart::Spi) && !missing.has(BoardPart::Screen)) {
-        addScreen(board.panelDirectory() + "/screen");
+    if (hasScreen(board, missing)) {
+        addScreen(board.panel->screen->directory() + "/screen");
     }
-    if (!missing.has(BoardPart::Spi)) {
-        addVideoChip(board.videoDirectory() + "/adv_regs");
+    if (board.videoChip && !missing.has(BoardPart::Spi)) {
+        addVideoChip(board.videoChip->directory() + "/adv_regs");
     }
     for (ActingFile& file : i2c_.files()) {
         files_.push_back(std::move(file));
     }
-    if (!missing.has(BoardPart::Gpio)) {
+    if (!board.gpioChips.empty() && !missing.has(BoardPart::Gpio)) {
         files_.push_back(gpio_.device());
     }
-    if (!missing.has(BoardPart::W1)) {
+    if (!board.w1Buses.empty() && !missing.has(BoardPart::W1)) {
         trees_.push_back(w1_.tree());
     }
-    trees_.push_back(gpio_.tree());
+    if (!board.gpioChips.empty()) {
+        trees_.push_back(gpio_.tree());
+    }
     for (const Fault& fault : faults) {
         apply(fault);
     }

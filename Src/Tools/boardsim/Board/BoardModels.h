@@ -20,6 +20,9 @@
 
 namespace boardsim {
 
+/// Whether the board shows anything.
+bool hasScreen(const BoardDescription& board, const BoardParts& missing);
+
 /// The models of a board's devices, and the files in which a program finds those that act. Not thread-safe.
 class BoardModels {
 public:

@@ -19,17 +19,33 @@ SpiSlave makeShiftRegister() {
 
 BoardRegisters::BoardRegisters(const BoardDescription& board, const ModelClock& clock)
     : mdioMaster_(mdio_, clock), mac_(clock), spi_(clock) {
-    weaknesses_ = {
-        {"mdio", board.mdioCore, "busy", [this](const FaultSchedule& when) { mdioMaster_.hang(when); }},
-        {"mac", board.macCore, "reset", [this](const FaultSchedule& when) { mac_.hangInReset(when); }},
-    };
-    for (const MdioPhy& phy : board.phys) {
-        addPhy(board.mdioCore, phy, clock);
+    if (board.mdio && place(board, board.mdio->core, MdioMaster::kBytes, mdioMaster_)) {
+        addMdio(*board.mdio, clock);
+    }
+    if (place(board, board.macCore, TripleSpeedMac::kBytes, mac_)) {
+        weaknesses_.push_back(
+            {"mac", board.macCore, "reset", [this](const FaultSchedule& when) { mac_.hangInReset(when); }});
     }
     spi_.attach(0, makeShiftRegister());
-    add({board.mdioCore, board.addressOf(board.mdioCore), MdioMaster::kBytes, &mdioMaster_, true});
-    add({board.macCore, board.addressOf(board.macCore), TripleSpeedMac::kBytes, &mac_, true});
-    add({board.spiMasterCore, board.addressOf(board.spiMasterCore), SpiMaster::kBytes, &spi_, true});
+    place(board, board.spiMasterCore, SpiMaster::kBytes, spi_);
+}
+
+/// @return false when the board has no such core.
+bool BoardRegisters::place(const BoardDescription& board, const std::string& core, std::uint32_t bytes,
+                           RegisterBlock& block) {
+    const std::optional<std::uint32_t> address = board.addressOf(core);
+    if (address) {
+        add({core, *address, bytes, &block, true});
+    }
+    return address.has_value();
+}
+
+void BoardRegisters::addMdio(const MdioPart& mdio, const ModelClock& clock) {
+    weaknesses_.push_back(
+        {"mdio", mdio.core, "busy", [this](const FaultSchedule& when) { mdioMaster_.hang(when); }});
+    for (const MdioPhy& phy : mdio.phys) {
+        addPhy(mdio.core, phy, clock);
+    }
 }
 
 void BoardRegisters::addPhy(const std::string& core, const MdioPhy& description, const ModelClock& clock) {

@@ -60,6 +60,9 @@ private:
         std::function<void(const FaultSchedule&)> strike;
     };
 
+    bool place(const BoardDescription& board, const std::string& core, std::uint32_t bytes,
+               RegisterBlock& block);
+    void addMdio(const MdioPart& mdio, const ModelClock& clock);
     void addPhy(const std::string& core, const MdioPhy& phy, const ModelClock& clock);
 
     std::vector<std::unique_ptr<Phy>> phys_;

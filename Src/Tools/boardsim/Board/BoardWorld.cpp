@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "Tools/boardsim/Board/BoardModels.h"
 #include "Tools/boardsim/Board/I2cWorld.h"
 
 namespace boardsim {
@@ -19,9 +20,9 @@ const std::vector<std::string_view> kUsualNodes{"null", "zero",  "full",   "rand
                                                 "fuse", "stdin", "stdout", "stderr", "fd"};
 
 std::string layoutFile(const BoardDescription& board, const BoardParts& missing) {
-    std::vector<Core> cores = board.cores;
-    if (missing.has(BoardPart::PanelRegisters)) {
-        std::erase_if(cores, [&](const Core& core) { return core.name == board.panelRegisterCore; });
+    std::vector<Core> cores = board.fpga->cores;
+    if (missing.has(BoardPart::PanelRegisters) && board.panel) {
+        std::erase_if(cores, [&](const Core& core) { return core.name == board.panel->registerCore; });
     }
     if (board.sync && missing.has(BoardPart::Sync)) {
         std::erase_if(cores, [&](const Core& core) { return core.name == board.sync->core; });
@@ -30,28 +31,31 @@ std::string layoutFile(const BoardDescription& board, const BoardParts& missing)
 }
 
 void planPanel(WorldPlan& plan, const BoardDescription& board, const BoardParts& missing) {
-    if (!missing.has(BoardPart::Spi)) {
-        plan.directories.push_back(board.panelDirectory());
+    if (board.panel && board.panel->screen && !missing.has(BoardPart::Spi)) {
+        plan.directories.push_back(board.panel->screen->directory());
     }
 }
 
 void planFpga(WorldPlan& plan, const BoardDescription& board, const BoardParts& missing) {
+    if (!board.fpga) {
+        return;
+    }
     const std::string directory = std::string(kBusDevices) + "fpga";
     plan.directories.push_back(directory);
     if (!missing.has(BoardPart::Layout)) {
         plan.files.push_back({directory + "/layout", layoutFile(board, missing)});
     }
     if (!missing.has(BoardPart::Fpga)) {
-        plan.registers = {"/dev/fpga", board.fpgaBytes};
+        plan.registers = {"/dev/fpga", board.fpga->bytes};
         plan.registerSocket = std::string("/sys/bus/").append(kRegisterSocket);
     }
 }
 
 /// Its registers only tell what it is: a plain file holds them.
-void planCpld(WorldPlan& plan, const BoardDescription& board) {
-    plan.files.push_back({std::string(kBusDevices) + "cpld/layout", encodeLayout(board.cpldCores)});
+void planCpld(WorldPlan& plan, const CpldPart& cpld) {
+    plan.files.push_back({std::string(kBusDevices) + "cpld/layout", encodeLayout(cpld.cores)});
     std::string bytes;
-    for (const std::uint32_t word : board.cpld) {
+    for (const std::uint32_t word : cpld.words) {
         for (unsigned shift = 0; shift < 32; shift += 8) {
             bytes += static_cast<char>(word >> shift & 0xFF);
         }
@@ -108,9 +112,9 @@ WorldPlan planWorld(const BoardDescription& board, const BoardParts& missing, co
         plan.trees.push_back(tree.path);
     }
     // The screen is what the board is for.
-    plan.needsFuse = !missing.has(BoardPart::Screen) && !missing.has(BoardPart::Spi);
-    if (!missing.has(BoardPart::Cpld)) {
-        planCpld(plan, board);
+    plan.needsFuse = hasScreen(board, missing);
+    if (board.cpld && !missing.has(BoardPart::Cpld)) {
+        planCpld(plan, *board.cpld);
     }
     if (!missing.has(BoardPart::Log)) {
         plan.logSocket = "/dev/log";

@@ -3,8 +3,6 @@
 #include <array>
 #include <cstdio>
 
-#include "Tools/boardsim/Board/EepromImage.h"
-
 namespace boardsim {
 namespace {
 
@@ -12,16 +10,12 @@ constexpr int degrees(double celsius) {
     return static_cast<int>(celsius * 16);
 }
 
-/// Serial number 2100000012345, printed circuit board 1.2 revision 01a.
-std::string identity() {
-    EepromField device{EepromFieldType::Device, std::string(34, '\0')};
-    device.body.replace(0, 7, std::string("\x21\x00\x00\x00\x12\x34\x50", 7));
-    EepromField circuit{EepromFieldType::Pcb, std::string(42, '\0')};
-    circuit.body.replace(34, 7,
-                         std::string("\x02\x00\x01\x00"
-                                     "01a",
-                                     7));
-    return encodeEeprom(std::array{device, circuit});
+/// Printed circuit board 1.2 revision 01a.
+IdentityMemory identity() {
+    return {DeviceField{2100000012345, 0xA17C3, {500, 42}},
+            PcbField{2, 1, "01a"},
+            {{0x02, 0x00, 0x5E, 0x10, 0x20, 0x30}, {0x02, 0x00, 0x5E, 0x10, 0x20, 0x31}},
+            "sandwich 3"};
 }
 
 }  // namespace
@@ -44,7 +38,7 @@ I2cDescription orcaI2c() {
     i2c.devices = {
         {0, 0x2A, VideoEncoder, "video_enc", 0, ""},
         {0, 0x48, TemperatureSensor, "sdi_temp", degrees(41.5), ""},
-        {0, 0x50, Eeprom, "eeprom", 0, identity()},
+        {0, 0x50, Eeprom, "eeprom", 0, "", identity()},
         {0, 0x5B, PowerSupply, "psu", 0, ""},
         {1, 0x48, TemperatureSensor, "fan_radial_temp", degrees(29.25), ""},
         {1, 0x49, TemperatureSensor, "fan_oled_temp", degrees(33.0625), ""},

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "Tools/boardsim/Board/IdentityMemory.h"
 #include "Tools/boardsim/Models/I2cEeprom.h"
 
 namespace boardsim {
@@ -18,16 +20,22 @@ struct I2cDevice {
     I2cChip chip = I2cChip::Expander;
     std::string name;      ///< in the registry of devices; none when empty
     int sixteenths = 0;    ///< what a temperature sensor feels, in 1/16 degree Celsius
-    std::string contents;  ///< of an EEPROM
+    std::string contents;  ///< of an EEPROM, byte for byte, when it is no identity memory
+    std::optional<IdentityMemory> identity{};
 
     /// Whether a kernel driver is in charge of it, so that programs use what the driver makes.
     bool hasDriver() const { return chip == I2cChip::Eeprom; }
+
+    /// What an EEPROM holds from its first byte.
+    std::string memory() const { return identity ? encodeIdentity(*identity) : contents; }
 
     /// "1-0048", as the kernel calls it.
     std::string kernelName() const;
 
     /// The kernel's directory of it.
     std::string directory() const;
+
+    bool operator==(const I2cDevice&) const = default;
 };
 
 /// A bus and its name in the registry of devices; none when empty.
@@ -37,6 +45,8 @@ struct I2cBusName {
 
     /// "i2c-1", as the kernel calls it.
     std::string kernelName() const { return "i2c-" + std::to_string(number); }
+
+    bool operator==(const I2cBusName&) const = default;
 };
 
 /// The I2C buses of a board.
@@ -44,6 +54,8 @@ struct I2cDescription {
     std::vector<I2cBusName> buses{};
     std::vector<I2cDevice> devices{};
     EepromGeometry eeprom{};
+
+    bool operator==(const I2cDescription&) const = default;
 };
 
 /// The buses of the built-in board.

@@ -83,7 +83,7 @@ I2cDevices::Chip I2cDevices::makeChip(const I2cDevice& device, const EepromGeome
         }
         case I2cChip::Eeprom: {
             auto eeprom = std::make_unique<I2cEeprom>(geometry);
-            eeprom->fill(device.contents);
+            eeprom->fill(device.memory());
             return {std::move(eeprom)};
         }
         case I2cChip::VideoEncoder:

@@ -13,6 +13,8 @@ struct Core {
     std::string name;
     std::uint32_t version = 0;
     std::vector<std::uint32_t> addresses{};
+
+    bool operator==(const Core&) const = default;
 };
 
 /// The contents of a device's "layout" file, as the bus driver makes it: for each core its name with a

@@ -6,6 +6,10 @@
 
 namespace boardsim {
 
+/// The names of the interfaces that have drivers of their own.
+inline constexpr const char* kInbandInterface = "inbd";
+inline constexpr const char* kPatternInterface = "pattern";
+
 /// The in-band management link: the network interface "inbd".
 struct InbandPart {
     bool hasCarrier = true;

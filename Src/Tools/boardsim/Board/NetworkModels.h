@@ -87,8 +87,4 @@ private:
     std::multimap<std::chrono::milliseconds, Change> changes_;  ///< still to come, after the start
 };
 
-/// The names of the board's interfaces that have drivers of their own.
-inline constexpr const char* kInbandInterface = "inbd";
-inline constexpr const char* kPatternInterface = "pattern";
-
 }  // namespace boardsim

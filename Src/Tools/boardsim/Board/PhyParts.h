@@ -14,6 +14,8 @@ enum class PhyModel : std::uint8_t { Dp83867, Phy88e1510 };
 struct MdioPhy {
     unsigned address = 0;  ///< 0-31
     PhyModel model = PhyModel::Dp83867;
+
+    bool operator==(const MdioPhy&) const = default;
 };
 
 /// A network interface of the processor and the PHY on its own MDIO bus.
@@ -21,6 +23,8 @@ struct MiiPart {
     std::string interface;  ///< "eth0"
     MdioPhy phy{};
     bool hasCarrier = true;
+
+    bool operator==(const MiiPart&) const = default;
 };
 
 std::unique_ptr<Phy> makePhy(PhyModel model, const ModelClock& clock);

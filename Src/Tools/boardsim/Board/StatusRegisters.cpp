@@ -6,6 +6,8 @@
 namespace boardsim {
 namespace {
 
+constexpr const char* kCardId = "cardid";
+
 constexpr std::uint32_t kOnes = 0xFFFFFFFF;
 
 [[noreturn]] void refuse(const Fault& fault, const std::string& why) {
@@ -15,6 +17,7 @@ constexpr std::uint32_t kOnes = 0xFFFFFFFF;
 }  // namespace
 
 StatusRegisters::StatusRegisters(const BoardDescription& board, const BoardParts& missing) {
+    addCardId(board);
     if (board.sync && !missing.has(BoardPart::Sync)) {
         if (const std::optional<std::uint32_t> address = board.addressOf(board.sync->core)) {
             syncCore_ = board.sync->core;
@@ -28,6 +31,17 @@ StatusRegisters::StatusRegisters(const BoardDescription& board, const BoardParts
     }
     for (const TemperaturePart& part : board.temperatures) {
         addTemperature(board, part.core, TemperatureCode::Shifted, part.celsius, 0);
+    }
+}
+
+void StatusRegisters::addCardId(const BoardDescription& board) {
+    const std::optional<std::uint32_t> address = board.addressOf(kCardId);
+    if (address && *address + sizeof board.fpga->cardId <= board.fpga->bytes) {
+        std::uint32_t offset = *address;
+        for (const std::uint32_t value : board.fpga->cardId) {
+            cardId_.push_back({offset, value});
+            offset += sizeof value;
+        }
     }
 }
 
@@ -49,7 +63,7 @@ void StatusRegisters::addTo(BoardRegisters& registers) {
 }
 
 std::vector<RegisterWord> StatusRegisters::powerOn() const {
-    std::vector<RegisterWord> words;
+    std::vector<RegisterWord> words = cardId_;
     if (sync_) {
         std::uint32_t offset = syncAddress_;
         for (const std::uint32_t value : sync_->powerOnValues()) {

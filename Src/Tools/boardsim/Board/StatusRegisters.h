@@ -17,7 +17,7 @@
 namespace boardsim {
 
 /// The registers of a board's FPGA that tell something by themselves and are plain memory for a program: the
-/// sync block, whose time code runs, and the temperatures. Not thread-safe.
+/// sync block, whose time code runs, the temperatures, and the version of the FPGA. Not thread-safe.
 class StatusRegisters {
 public:
     /// @param missing may have the sync block.
@@ -58,11 +58,13 @@ private:
         std::unique_ptr<TemperatureRegister> reg;
     };
 
+    void addCardId(const BoardDescription& board);
     void addTemperature(const BoardDescription& board, const std::string& core, TemperatureCode code,
                         int celsius, std::uint32_t others);
     void applySync(const Fault& fault);
     void applyTemperature(const Fault& fault);
 
+    std::vector<RegisterWord> cardId_;
     std::string syncCore_;
     std::uint32_t syncAddress_ = 0;
     std::optional<SyncBlock> sync_;

@@ -25,7 +25,7 @@ BoardSession::BoardSession(const RunOptions& options, const BoardDescription& bo
     if (options.timeout) {
         deadline_ = start_ + *options.timeout;
     }
-    if (options.missing.has(BoardPart::Screen) || options.missing.has(BoardPart::Spi)) {
+    if (!hasScreen(board, options.missing)) {
         operator_.screenUseless(start_);
     }
     wire(signals);
@@ -117,7 +117,7 @@ void BoardSession::onControl() {
 }
 
 void BoardSession::holdRegisters(Descriptor memory) {
-    registers_.emplace(std::move(memory), board_.fpgaBytes);
+    registers_.emplace(std::move(memory), board_.fpga->bytes);
     models_.status().attach(registers_->words(), Clock::now());
 }
 
@@ -247,9 +247,8 @@ void BoardSession::playKeys() {
         for (const KeyStroke& stroke : step->strokes) {
             models_.panel().operate(stroke.key, stroke.times);
         }
-        if (registers_) {
-            registers_->store(board_.panelRegisters() + PanelRegisters::kCounters,
-                              models_.panel().counters());
+        if (const auto address = board_.panelRegisters(); address && registers_) {
+            registers_->store(*address + PanelRegisters::kCounters, models_.panel().counters());
         }
     }
 }

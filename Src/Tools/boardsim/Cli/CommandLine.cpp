@@ -11,6 +11,7 @@
 #include <memory>
 #include <stdexcept>
 
+#include "Tools/boardsim/Board/BoardDescription.h"
 #include "Tools/boardsim/Host/ExitStatus.h"
 
 namespace boardsim {
@@ -71,6 +72,8 @@ void declareOptions(CLI::App& run, RunOptions& options, RawOptions& raw) {
     run.add_option("--timeout", raw.timeoutSeconds, "end the program after so many seconds")
         ->check(isNumber)
         ->check(CLI::Range(0.001, kLongestTimeoutSeconds));
+    run.add_option("--board", options.board, "the board: a built-in one's name (orca, hd24), or a file")
+        ->check(emptyIsNoFile);
     CLI::Option* font = run.add_option("--font", raw.font, "font file of the board")->check(emptyIsNoFile);
     run.add_flag("--no-font", raw.noFont, "no font in the board's font directory (as --without font)")
         ->excludes(font);
@@ -133,6 +136,13 @@ RunOptions checkedOptions(RunOptions options, const RawOptions& raw) {
     return options;
 }
 
+std::string checkedBoard(std::string name) {
+    if (!name.empty() && builtInBoard(name) == nullptr) {
+        throw std::invalid_argument("boards: no board '" + name + "'; there are orca, hd24");
+    }
+    return name;
+}
+
 int complain(const std::string& what) {
     std::cerr << "boardsim: " << what << "\nTry 'boardsim run --help'.\n";
     return kUsageError;
@@ -178,17 +188,23 @@ CommandLine readCommandLine(std::vector<std::string> words) {
     app.set_version_flag("--version", "boardsim " BOARDSIM_VERSION);
     app.require_subcommand(1);
     declareOptions(*app.add_subcommand("run", kRunHelp), options, raw);
+    std::string board;
+    CLI::App& boards = *app.add_subcommand("boards", "Prints the built-in boards as JSON.");
+    boards.add_option("NAME", board, "only this one");
     try {
         std::reverse(words.begin(), words.end());  // as CLI11 wants them
         app.parse(std::move(words));
+        if (boards.parsed()) {
+            return {std::nullopt, checkedBoard(board)};
+        }
         return {checkedOptions(std::move(options), raw)};
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() == 0) {
-            return {std::nullopt, app.exit(error)};
+            return {std::nullopt, std::nullopt, app.exit(error)};
         }
-        return {std::nullopt, complain(error.what())};
+        return {std::nullopt, std::nullopt, complain(error.what())};
     } catch (const std::invalid_argument& error) {
-        return {std::nullopt, complain(error.what())};
+        return {std::nullopt, std::nullopt, complain(error.what())};
     }
 }
 

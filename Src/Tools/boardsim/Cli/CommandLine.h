@@ -8,9 +8,10 @@
 
 namespace boardsim {
 
-/// What came out of a command line: something to run, or, when there is nothing to run, the exit status.
+/// What came out of a command line: something to do, or, when there is nothing to do, the exit status.
 struct CommandLine {
     std::optional<RunOptions> run{};
+    std::optional<std::string> boards{};  ///< a built-in board to be printed, all when empty
     int status = 0;
 };
 

@@ -6,6 +6,7 @@
 
 #include "Tools/boardsim/Board/BoardModels.h"
 #include "Tools/boardsim/Board/BoardWorld.h"
+#include "Tools/boardsim/Board/Json/BoardJson.h"
 #include "Tools/boardsim/Cli/BoardSession.h"
 #include "Tools/boardsim/Cli/Outputs.h"
 #include "Tools/boardsim/Host/ExitStatus.h"
@@ -18,6 +19,12 @@ namespace {
 int complain(const std::string& what, int status) {
     std::cerr << "boardsim: " << what << "\n";
     return status;
+}
+
+/// A built-in board, or what a file describes.
+BoardDescription boardNamed(const std::string& nameOrFile) {
+    const BoardDescription* const known = builtInBoard(nameOrFile);
+    return known == nullptr ? readBoardFile(nameOrFile) : *known;
 }
 
 /// Makes the program ask for the registers that act, and report its accesses to the others where that is
@@ -65,7 +72,7 @@ int runSession(const RunOptions& options, const BoardDescription& board, BoardMo
 int runProgramOnBoard(const RunOptions& options) {
     try {
         Outputs outputs(options);
-        const BoardDescription& board = orcaBoard();
+        const BoardDescription board = boardNamed(options.board);
         BoardModels models(board, options.missing, options.screen, options.faults);
         WorldPlan plan = planWorld(board, options.missing, options.font, models.files(), models.trees(),
                                    !options.traceFile.empty());

@@ -25,6 +25,7 @@ struct RunOptions {
     std::string traceFile;
     std::optional<std::chrono::milliseconds> timeout;
     std::string font = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";  ///< absolute
+    std::string board = "orca";  ///< the name of a built-in board, or a file
     BoardParts missing;
     ScreenFault screen;
     std::vector<Fault> faults;

@@ -13,6 +13,8 @@ struct GpioChip {
     std::string label;
     unsigned base = 0;   ///< number of its first line
     unsigned count = 0;  ///< how many lines it has
+
+    bool operator==(const GpioChip&) const = default;
 };
 
 /// All GPIO lines of the processor, by their numbers in the kernel. A line is an input until it is made an

@@ -15,6 +15,8 @@ struct PanelGeometry {
     std::size_t height = 48;
 
     std::size_t frameBytes() const { return width * height * 2; }
+
+    bool operator==(const PanelGeometry&) const = default;
 };
 
 /// What a screen does wrong on demand.
