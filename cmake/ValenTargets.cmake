@@ -33,6 +33,26 @@ function(valen_library name)
     target_link_libraries(${target} PUBLIC ${ARG_PUBLIC} PRIVATE ${ARG_PRIVATE})
 endfunction()
 
+# Sources that are little but the templates of others (CLI11, nlohmann-json): with sanitizers they take minutes to
+# optimise, so that they are left as they are.
+function(valen_unoptimised_with_sanitizers)
+    if(VALEN_SANITIZE)
+        set_source_files_properties(${ARGN} PROPERTIES COMPILE_OPTIONS -O0)
+    endif()
+endfunction()
+
+# Most of a test is GoogleTest's templates, which take twice as long to optimise, and to instrument in full, as to
+# compile: tests are built plainly. What is tested is built as ever.
+function(valen_test_options name)
+    target_compile_options(${name} PRIVATE -O0)
+    if(VALEN_SANITIZE)
+        target_compile_options(${name} PRIVATE -g1)
+    endif()
+    if(VALEN_SANITIZE MATCHES "undefined")
+        target_compile_options(${name} PRIVATE -fno-sanitize=null,alignment,vptr)
+    endif()
+endfunction()
+
 # valen_test(Name SOURCES a.cpp … [LIBS libs …] [LABEL label] [TIMEOUT seconds] [THREADS]) makes one GoogleTest
 # program and registers every test case in it with ctest. THREADS: it runs several; ThreadSanitizer has nothing to
 # see in the others, which are left out of its build.
@@ -44,11 +64,8 @@ function(valen_test name)
     add_executable(${name} ${ARG_SOURCES})
     target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR})
     target_link_libraries(${name} PRIVATE ${ARG_LIBS})
-    if(VALEN_SANITIZE)
-        # Most of a test is GoogleTest's templates: with sanitizers they take twice as long to optimise as to
-        # compile. What is tested is built as ever.
-        target_compile_options(${name} PRIVATE -O0 -g1)
-    endif()
+    valen_test_options(${name})
+    target_precompile_headers(${name} REUSE_FROM test_headers)
     if(VALEN_SANITIZE STREQUAL "thread" AND NOT ARG_THREADS)
         set_target_properties(${name} PROPERTIES EXCLUDE_FROM_ALL ON)
         return()

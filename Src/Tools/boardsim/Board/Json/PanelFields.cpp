@@ -18,8 +18,8 @@ Codec<std::string> spiDevice() {
                 const std::string device = name.read(place);
                 const std::size_t point = device.find('.');
                 const auto isOther = [](char each) { return (each < '0' || each > '9') && each != '.'; };
-                if (point == 0 || point != device.rfind('.') || point + 1 >= device.size() ||
-                    std::any_of(device.begin(), device.end(), isOther)) {
+                if (point == 0 || point == std::string::npos || point != device.rfind('.') ||
+                    point + 1 >= device.size() || std::any_of(device.begin(), device.end(), isOther)) {
                     place.refuse("want bus and chip select, as 1.0");
                 }
                 return device;
