@@ -37,7 +37,7 @@ _boardsim() {
     case $previous in
         --frame | --screenshot | --log | --trace | --font) _boardsim_files ;;
         --without)
-            _boardsim_words "screen spi panel-registers layout fpga gpio log font font-directory w1 cpld mii i2c"
+            _boardsim_words "screen spi panel-registers layout fpga gpio log font font-directory w1 cpld mii i2c sync network inband pattern"
             ;;
         --fault) _boardsim_words "i2c: w1: gpio: mii: mdio: mac:" ;;
         --screen) _boardsim_words "one-byte failing full full:" ;;

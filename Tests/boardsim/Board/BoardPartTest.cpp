@@ -8,8 +8,9 @@ using boardsim::BoardPart;
 using boardsim::BoardParts;
 
 TEST(BoardPartTest, NamesGoBothWays) {
-    for (const char* name : {"screen", "spi", "panel-registers", "layout", "fpga", "gpio", "log", "font",
-                             "font-directory", "w1", "cpld", "mii"}) {
+    for (const char* name :
+         {"screen", "spi", "panel-registers", "layout", "fpga", "gpio", "log", "font", "font-directory", "w1",
+          "cpld", "mii", "i2c", "sync", "network", "inband", "pattern"}) {
         const auto part = boardsim::partNamed(name);
         ASSERT_TRUE(part) << name;
         EXPECT_EQ(name, boardsim::partName(*part));
@@ -21,7 +22,7 @@ TEST(BoardPartTest, NamesGoBothWays) {
 TEST(BoardPartTest, AllNamesAreListed) {
     EXPECT_EQ(
         "screen, spi, panel-registers, layout, fpga, gpio, log, font, font-directory, w1, cpld, mii, "
-        "i2c",
+        "i2c, sync, network, inband, pattern",
         boardsim::allPartNames());
 }
 

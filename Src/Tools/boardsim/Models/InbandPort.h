@@ -12,7 +12,7 @@ public:
     /// @param fibreLengths of each port, in metres.
     explicit InbandPort(std::vector<std::int32_t> fibreLengths) : fibreLengths_(std::move(fibreLengths)) {}
 
-    /// The request 0x89F3: from now on the link is down for good.
+    /// The request 0x89F3, which is remembered.
     void shutDown() { isShutDown_ = true; }
     bool isShutDown() const { return isShutDown_; }
 
