@@ -40,12 +40,19 @@ const std::string kNoLayout = "CPCardInterface: could not find: /sys/bus/avalon/
 const std::string kNoRegisters = "OLED: failed to get OLED regs subsys_hps_oled_io_spi!";
 const std::string kNoScreen = "OLED: failed to open OLED SPI subsys_hps_oled_spi!";
 
+const std::string kNoTemperature = "Cardcontroller: pio_temp_fpga not found!";
+
+/// The layout is asked for the sync block, two cores of every board, three temperatures and the panel.
+const std::vector<std::string> kWithoutLayout = {kNoLayout,      kNoLayout, kNoLayout,      kNoLayout,
+                                                 kNoTemperature, kNoLayout, kNoTemperature, kNoLayout,
+                                                 kNoTemperature, kNoLayout, kNoRegisters};
+
 INSTANTIATE_TEST_SUITE_P(Devices, MissingDevice,
                          testing::Values(Missing{"screen", {kNoScreen}, false},
                                          Missing{"spi", {kNoScreen}, false},
                                          Missing{"panel-registers", {kNoRegisters}, false},
                                          Missing{"fpga", {kNoRegisters}, false},
-                                         Missing{"layout", {kNoLayout, kNoLayout, kNoRegisters}, false},
+                                         Missing{"layout", kWithoutLayout, false},
                                          Missing{"gpio", {"CPCardInterface: could not open gpio!"}, true}),
                          [](const auto& missing) {
                              std::string name = missing.param.device;

@@ -24,6 +24,13 @@ constexpr unsigned int kPortReset = 0x440;
 
 class Board : public Valen::CPInterface {
 public:
+    std::shared_ptr<GenericEthernetPhy> getPhy(int port) override {
+        return port == 0 ? dp83867() : phy88e1510();
+    }
+    int GetCardTemperature(unsigned int& /*temperature*/, Enums::Temperature::Type /*place*/) override {
+        return -1;
+    }
+
     unsigned int addressOf(const char* core) {
         unsigned int address = 0;
         getCoreAddress(core, address, 1, -1);

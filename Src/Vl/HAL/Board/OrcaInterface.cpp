@@ -4,7 +4,17 @@
 
 namespace Valen {
 
-OrcaInterface::OrcaInterface(CPLinkInterface* link) : HD24Interface(link) {}
+OrcaInterface::OrcaInterface(CPLinkInterface* link) : HD24Interface(link) {
+    findTemperatureRegisters();
+    openSdiSensor();
+    openSensorBuses();
+    openQsfpExpanders();
+    setUpQsfpExpanders();
+    openSyncExpander();
+    setUpSyncExpander();
+    openEthLedExpander();
+    resetIos_ = std::make_unique<OrcaResetIOs>(&ethLedIo_);  // the reset signals share this expander
+}
 
 OrcaInterface::~OrcaInterface() = default;
 
