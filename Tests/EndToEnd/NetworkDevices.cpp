@@ -132,7 +132,7 @@ const std::map<std::string, std::function<void(const std::string&)>> kWords{
 }  // namespace
 
 int main(int argc, char** argv) {
-    Log::vlLog = std::make_unique<Log::LogImpl>();
+    Log::vlLog = std::make_unique<Log::LogImpl>(Log::SeverityLevel::DEBUG);
     Log::vlLog->LogInit();
     for (const std::string& word : std::vector<std::string>(argv + 1, argv + argc)) {
         const std::size_t colon = std::min(word.find(':'), word.size());

@@ -35,7 +35,13 @@ TEST(TemperatureRegisterTest, EachTellsItsRange) {
     EXPECT_EQ(0xFFFFFF, die.largest());
 }
 
-TEST(TemperatureRegisterTest, CanOnlyBeReadAsOneWord) {
+TEST(TemperatureRegisterTest, TheMiscellaneousRegisterCanBeWrittenAsAWord) {
+    TemperatureRegister reg(TemperatureCode::Offset, 32);
+    EXPECT_FALSE(reg.write(0, 4, 3));
+    EXPECT_TRUE(reg.write(0, 2, 3));
+}
+
+TEST(TemperatureRegisterTest, TheOthersCanOnlyBeReadAsAWord) {
     TemperatureRegister reg(TemperatureCode::Shifted, 61);
     EXPECT_EQ(0x3D00U, reg.read(0, 4).value);
     EXPECT_FALSE(reg.read(0, 4).refused);

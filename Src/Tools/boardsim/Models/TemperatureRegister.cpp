@@ -26,8 +26,11 @@ RegisterValue TemperatureRegister::read(std::uint32_t offset, unsigned width) {
     return {value_, refuseUnlessWord(offset, width)};
 }
 
-Refusal TemperatureRegister::write(std::uint32_t, unsigned, std::uint64_t) {
-    return "it can only be read";
+Refusal TemperatureRegister::write(std::uint32_t offset, unsigned width, std::uint64_t) {
+    if (code_ == TemperatureCode::Shifted) {
+        return "it can only be read";
+    }
+    return refuseUnlessWord(offset, width);
 }
 
 }  // namespace boardsim

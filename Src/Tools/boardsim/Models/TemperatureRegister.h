@@ -12,7 +12,7 @@ enum class TemperatureCode : std::uint8_t {
     Offset,   ///< bits 0-7 are whole degrees plus 128; the others tell other things
 };
 
-/// A register of the FPGA that tells a temperature: one 32-bit word, which can only be read. Not thread-safe.
+/// A register of the FPGA that tells a temperature: one 32-bit word. Not thread-safe.
 class TemperatureRegister final : public RegisterBlock {
 public:
     static constexpr std::uint32_t kBytes = 4;
@@ -32,6 +32,9 @@ public:
     int largest() const { return code_ == TemperatureCode::Shifted ? 0xFFFFFF : 127; }
 
     RegisterValue read(std::uint32_t offset, unsigned width) override;
+
+    /// Says whether a program may write so: with an offset code there are outputs among the other bits. The
+    /// memory behind the register is the program's to change.
     Refusal write(std::uint32_t offset, unsigned width, std::uint64_t value) override;
 
 private:
