@@ -1,4 +1,5 @@
-// main() of the hardware layer's benchmarks: in a private mount namespace, with a "/sys/bus" of their own.
+// main() of the hardware layer's benchmarks: in a private mount namespace, with a "/dev" and a "/sys/bus" of
+// their own.
 #include <benchmark/benchmark.h>
 
 #include <cstdlib>
@@ -10,6 +11,7 @@
 int main(int argc, char** argv) {
     try {
         boardsim::enterPrivateMounts();
+        boardsim::coverDirectory("/dev", boardsim::keepEverything);
         boardsim::coverDirectory("/sys/bus", boardsim::keepNothing);
     } catch (const std::exception& error) {
         std::cerr << error.what() << '\n';

@@ -31,21 +31,30 @@ _boardsim() {
         fi
     done
     if ((COMP_CWORD == 1)); then
-        _boardsim_words "run --help --version"
+        _boardsim_words "run boards --help --version"
+        return
+    fi
+    if [[ ${COMP_WORDS[1]} == boards ]]; then
+        _boardsim_words "orca hd24 --help"
         return
     fi
     case $previous in
+        --board)
+            _boardsim_files
+            mapfile -t -O ${#COMPREPLY[@]} COMPREPLY < <(compgen -W "orca hd24" -- "$current")
+            ;;
         --frame | --screenshot | --log | --trace | --font) _boardsim_files ;;
         --without)
-            _boardsim_words "screen spi panel-registers layout fpga gpio log font font-directory w1 cpld mii i2c sync network inband pattern"
+            _boardsim_words "screen spi panel-registers layout fpga gpio log font font-directory w1 cpld mii i2c \
+                rom hwmon eeprom sync network inband pattern"
             ;;
-        --fault) _boardsim_words "i2c: w1: gpio: mii: mdio: mac:" ;;
+        --fault) _boardsim_words "i2c: w1: gpio: mii: mdio: mac: rom: hwmon: net: sync: temp:" ;;
         --screen) _boardsim_words "one-byte failing full full:" ;;
         --keys) _boardsim_words "left right red cw ccw wait:" ;;
         --scale | --timeout) ;;
         *)
-            _boardsim_words "--keys --frame --screenshot --scale --show --log --trace --timeout --font --no-font \
-                --without --screen --fault --help --"
+            _boardsim_words "--keys --frame --screenshot --scale --show --log --trace --timeout --board --font \
+                --no-font --without --screen --fault --help --"
             ;;
     esac
 }

@@ -1,14 +1,10 @@
 #include "Vl/HAL/Panel/NextGenOledPanel.h"
 
-#include <chrono>
 #include <filesystem>
 #include <string>
 
-#include "Tests/HAL/Board/TestBoard.h"
-#include "Tests/HAL/BoardWorld.h"
-#include "Tests/HAL/LayoutBytes.h"
+#include "Tests/HAL/Panel/PanelWorld.h"
 #include "Tests/HAL/Panel/ScreenCalls.h"
-#include "Tests/Support/RegisterWindow/DeviceRegisterWindow.h"
 #include "Vl/Graphics/OLED.h"
 #include "Vl/HAL/Panel/OledPanelButtons.h"
 
@@ -23,37 +19,7 @@ using Valen::OledPanelButtons;
 
 using LedState = Enums::LEDState::LEDState_T;
 
-constexpr std::size_t kLed = 0x1040;
-constexpr std::size_t kCounters = 0x1044;
-
-const std::string kScreen = "/sys/bus/avalon/devices/oled_spi/spi1.0/screen";
-
-/// A board whose FPGA has the panel's registers and, unless removed, its screen.
-class NextGenOledPanelTest : public BoardWorld {
-protected:
-    NextGenOledPanelTest() {
-        writeLayout("fpga", core("oled_io_spi", {7, kLed}));
-        support::PrivateWorld::write(kScreen, "");
-        syslog.lines();  // what the board missed
-    }
-
-    bool init() { return panel.init("oled_spi", "oled_io_spi", board); }
-
-    /// The word that a poll reports when the counter register goes from one value to another.
-    std::uint32_t report(std::uint32_t from, std::uint32_t to) {
-        registers.set32(kCounters, from);
-        EXPECT_TRUE(init());
-        registers.set32(kCounters, to);
-        OledPanelButtons buttons{0xFFFFFFFF};
-        const bool any = panel.getButtons(buttons);
-        EXPECT_EQ(buttons.word != 0, any);
-        return buttons.word;
-    }
-
-    support::DeviceRegisterWindow registers;
-    TestBoard board;
-    NextGenOledPanel panel;
-};
+class NextGenOledPanelTest : public PanelWorld {};
 
 TEST_F(NextGenOledPanelTest, InitForgetsWhatWasPressedBeforeAndSwitchesTheLedOff) {
     registers.set32(kLed, 3);
@@ -61,100 +27,6 @@ TEST_F(NextGenOledPanelTest, InitForgetsWhatWasPressedBeforeAndSwitchesTheLedOff
     EXPECT_THAT(registers.accesses(), ElementsAre(Read32(kCounters), Write32(kLed, 0)));
     EXPECT_TRUE(panel.initOk());
     EXPECT_THAT(syslog.lines(), IsEmpty());
-}
-
-TEST_F(NextGenOledPanelTest, APollRightAfterInitReportsNothing) {
-    registers.set32(kCounters, 0x00770FFF);
-    ASSERT_TRUE(init());
-    OledPanelButtons buttons{0xFFFFFFFF};
-    EXPECT_FALSE(panel.getButtons(buttons));
-    EXPECT_EQ(0U, buttons.word);
-}
-
-TEST_F(NextGenOledPanelTest, APollIsOneRegisterRead) {
-    ASSERT_TRUE(init());
-    registers.clearAccesses();
-    OledPanelButtons buttons;
-    panel.getButtons(buttons);
-    EXPECT_THAT(registers.accesses(), ElementsAre(Read32(kCounters)));
-}
-
-TEST_F(NextGenOledPanelTest, PressesAreCountedButtonByButton) {
-    EXPECT_EQ(0x00030000U, report(0x000, 0x003));
-    EXPECT_EQ(0x00180000U, report(0x000, 0x030));
-    EXPECT_EQ(0x00C00000U, report(0x000, 0x300));
-    EXPECT_EQ(0x00D10000U, report(0x111, 0x432));
-}
-
-TEST_F(NextGenOledPanelTest, NinePressesAreReportedAsOneOnPurpose) {
-    EXPECT_EQ(0x00010000U, report(0x000, 0x009));
-    EXPECT_EQ(0x00080000U, report(0x000, 0x090));
-    EXPECT_EQ(0x00400000U, report(0x000, 0x900));
-}
-
-TEST_F(NextGenOledPanelTest, EightPressesBetweenTwoPollsAreLostOnPurpose) {
-    registers.set32(kCounters, 0);
-    ASSERT_TRUE(init());
-    registers.set32(kCounters, 8);
-    OledPanelButtons buttons;
-    EXPECT_FALSE(panel.getButtons(buttons));
-    EXPECT_EQ(0U, buttons.word);
-}
-
-TEST_F(NextGenOledPanelTest, PressesAcrossACountersWrapAreCounted) {
-    EXPECT_EQ(0x00030000U, report(0x00E, 0x001));
-    EXPECT_EQ(0x00180000U, report(0x0E0, 0x010));
-    EXPECT_EQ(0x00C00000U, report(0xE00, 0x100));
-}
-
-TEST_F(NextGenOledPanelTest, EncoderStepsAreSigned) {
-    EXPECT_EQ(0x18000000U, report(0x00FE0000, 0x00010000));  // +3 across the wrap
-    EXPECT_EQ(0xE8000000U, report(0x00010000, 0x00FE0000));  // -3
-    EXPECT_EQ(0x08000000U, report(0x007F0000, 0x00800000));
-    EXPECT_EQ(0x78000000U, report(0x00000000, 0x000F0000));  // +15
-    EXPECT_EQ(0x80000000U, report(0x00000000, 0x00100000));  // +16 reads as -16
-}
-
-TEST_F(NextGenOledPanelTest, TheBitsBesideTheCountersAreIgnored) {
-    EXPECT_EQ(0U, report(0x00000000, 0xFF00F000));
-    EXPECT_EQ(0U, report(0xFF00F000, 0x00000000));
-}
-
-TEST_F(NextGenOledPanelTest, EveryPollCountsFromTheOneBefore) {
-    ASSERT_TRUE(init());
-    OledPanelButtons buttons;
-    registers.set32(kCounters, 0x00020001);
-    EXPECT_TRUE(panel.getButtons(buttons));
-    EXPECT_EQ(0x10010000U, buttons.word);
-    EXPECT_FALSE(panel.getButtons(buttons));
-    EXPECT_EQ(0U, buttons.word);
-    registers.set32(kCounters, 0x00010001);
-    EXPECT_TRUE(panel.getButtons(buttons));
-    EXPECT_EQ(0xF8000000U, buttons.word);
-}
-
-TEST_F(NextGenOledPanelTest, WaitButtonPollsOnceAfter50Milliseconds) {
-    ASSERT_TRUE(init());
-    registers.clearAccesses();
-    registers.set32(kCounters, 1);
-    OledPanelButtons buttons;
-    const auto start = std::chrono::steady_clock::now();
-    EXPECT_TRUE(panel.waitButton(buttons));
-    EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(50));
-    EXPECT_EQ(0x00010000U, buttons.word);
-    EXPECT_THAT(registers.accesses(), ElementsAre(Read32(kCounters)));
-}
-
-TEST_F(NextGenOledPanelTest, WaitButtonTakesAnOverriddenPoll) {
-    struct Pressed : NextGenOledPanel {
-        bool getButtons(OledPanelButtons& buttons) override {
-            buttons.word = 0x00400000;
-            return true;
-        }
-    } pressed;
-    OledPanelButtons buttons;
-    EXPECT_TRUE(pressed.waitButton(buttons));
-    EXPECT_EQ(0x00400000U, buttons.word);
 }
 
 TEST_F(NextGenOledPanelTest, AFrameIsPushedUpsideDownAndLeftAsItWas) {
@@ -250,6 +122,23 @@ TEST_F(NextGenOledPanelTest, WithoutItsSpiDeviceInitFailsLikewise) {
     EXPECT_FALSE(panel.init("no_spi", "oled_io_spi", board));
     EXPECT_THAT(syslog.lines(), ElementsAre(error("OLED: failed to open OLED SPI no_spi!")));
     EXPECT_TRUE(panel.initOk());
+}
+
+TEST_F(NextGenOledPanelTest, TheScreenIsTheDeviceWithChipSelectZero) {
+    support::PrivateWorld::write("/sys/bus/avalon/devices/other_spi/spi1.1/screen", "");
+    EXPECT_FALSE(panel.init("other_spi", "oled_io_spi", board));
+    support::PrivateWorld::write("/sys/bus/avalon/devices/other_spi/spi1.0/screen", "");
+    EXPECT_TRUE(panel.init("other_spi", "oled_io_spi", board));
+}
+
+TEST_F(NextGenOledPanelTest, AnotherInitStartsAnew) {
+    ASSERT_TRUE(init());
+    EXPECT_TRUE(panel.setEncoderLED(Enums::LEDState::FirstColour));
+    EXPECT_TRUE(init());
+    EXPECT_FALSE(panel.setEncoderLED(Enums::LEDState::Off));
+    EXPECT_EQ(1, descriptorsOn(kScreen));
+    EXPECT_FALSE(panel.init("oled_spi", "no_core", board));
+    EXPECT_FALSE(panel.initOk());
 }
 
 }  // namespace

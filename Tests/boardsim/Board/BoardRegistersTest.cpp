@@ -101,6 +101,18 @@ TEST_F(BoardRegistersTest, AFaultThatNoDeviceHasIsRefusedWithThoseThatThereAre) 
     }
 }
 
+TEST(BareBoardRegistersTest, PartsThatAreAbsentHaveNoBlocks) {
+    boardsim::BoardDescription bare;
+    models::ModelTime time;
+    EXPECT_EQ("", BoardRegisters(bare, time.clock()).actingRanges());
+
+    boardsim::BoardDescription dangling = boardsim::orcaBoard();
+    dangling.fpga->cores.clear();
+    BoardRegisters registers(dangling, time.clock());
+    EXPECT_EQ("", registers.actingRanges());
+    EXPECT_FALSE(registers.apply(parseFault("mdio:ethernet_mdio:busy"))) << "there is none to be busy";
+}
+
 TEST(MdioTraceTest, TellsWhatIsOnTheWires) {
     EXPECT_EQ("mdio read phy 1 reg 17 0xac00", boardsim::describe(MdioFrame{false, 1, 17, 0xAC00, true}));
     EXPECT_EQ("mdio write phy 31 reg 0 0x0001", boardsim::describe(MdioFrame{true, 31, 0, 1, true}));

@@ -143,6 +143,22 @@ TEST_F(CommandLineTest, FaultsAreTakenInTheirOrder) {
     expectUsageError({"run", "--fault", "nack", "--no-font", "--", "prog"}, "want KIND:DEVICE:ACTION");
 }
 
+TEST_F(CommandLineTest, TheBoardIsTheOrcaUnlessAnotherIsNamed) {
+    EXPECT_EQ("orca", read({"run", "--no-font", "--", "prog"}).run->board);
+    EXPECT_EQ("b.json", read({"run", "--no-font", "--board", "b.json", "--", "prog"}).run->board);
+    expectUsageError({"run", "--no-font", "--board", "", "--", "prog"}, "--board");
+}
+
+TEST_F(CommandLineTest, BoardsAreAllOrOne) {
+    EXPECT_EQ("", read({"boards"}).boards);
+    const CommandLine one = read({"boards", "hd24"});
+    EXPECT_EQ("hd24", one.boards);
+    EXPECT_FALSE(one.run);
+    expectUsageError({"boards", "raft"}, "no board 'raft'; there are orca, hd24");
+    expectUsageError({"boards", "orca", "hd24"}, "hd24");
+    expectUsageError({"boards", "--", "prog"}, "boards runs no program");
+}
+
 TEST_F(CommandLineTest, HelpAndVersionGoToStandardOutputWithStatusZero) {
     EXPECT_EQ(0, read({"--help"}).status);
     EXPECT_THAT(out, HasSubstr("run"));

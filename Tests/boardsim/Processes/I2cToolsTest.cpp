@@ -67,8 +67,8 @@ TEST(I2cToolsTest, ADumpShowsAllRegisters) {
 }
 
 TEST(I2cToolsTest, TheEepromIsAFileAndAChip) {
-    EXPECT_EQ("0x4e 0x41 0x01 0x00\n", shell("i2ctransfer -y -f 0 w2@0x50 0 0 r4").out);
-    EXPECT_EQ(" 4e 41 01 00\n", shell("od -An -tx1 -N4 /tmp/i2c/eeprom/eeprom").out);
+    EXPECT_EQ("0x91 0x56 0x01 0x00\n", shell("i2ctransfer -y -f 0 w2@0x50 0 0 r4").out);
+    EXPECT_EQ(" 91 56 01 00\n", shell("od -An -tx1 -N4 /tmp/i2c/eeprom/eeprom").out);
     EXPECT_EQ("8192\n", shell("wc -c < /tmp/i2c/eeprom/eeprom").out);
     EXPECT_EQ("0x68 0x65 0x6c 0x6c 0x6f\n", shell("printf hello > /tmp/i2c/eeprom/eeprom; sleep 0.01; "
                                                   "i2ctransfer -y -f 0 w2@0x50 0 0 r5")

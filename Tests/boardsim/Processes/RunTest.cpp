@@ -120,7 +120,7 @@ TEST(RunTest, DevHoldsTheUsualNodesAndTheBoardsAndNothingElse) {
     for (std::string name; names >> name;) {
         EXPECT_THAT(name, testing::AnyOf("null", "zero", "full", "random", "urandom", "tty", "ptmx", "pts",
                                          "shm", "mqueue", "fuse", "stdin", "stdout", "stderr", "fd", "log",
-                                         "fpga", "gpio", "cpld", testing::StartsWith("i2c-")));
+                                         "fpga", "gpio", "cpld", "bootrom", testing::StartsWith("i2c-")));
     }
     EXPECT_THAT(run.out, HasSubstr("fpga\n"));
     EXPECT_EQ("", shell("ls -A /dev | grep '^\\.'").out);

@@ -198,6 +198,13 @@ void draw(I2cDescription& i2c, Dice& dice) {
     }
 }
 
+void draw(RomPart& rom, Dice& dice) {
+    constexpr std::int32_t kMoment = 0x7FFFFFFF;
+    std::generate(rom.macs.begin(), rom.macs.end(), [&] { return drawMac(dice); });
+    rom.version = drawVersion(dice);
+    rom.serial = {drawEan(dice), dice.between(0, kMoment), dice.between(0, kMoment)};
+}
+
 }  // namespace
 
 BoardDescription randomBoard(std::uint32_t seed) {
@@ -213,6 +220,12 @@ BoardDescription randomBoard(std::uint32_t seed) {
     }
     draw(board.i2c, dice);
     drawStatus(board, dice);
+    if (board.rom) {
+        draw(*board.rom, dice);
+    }
+    for (HwmonSensor& sensor : board.hwmon) {
+        sensor.millidegrees = dice.between(-40000, 125000);
+    }
     const std::size_t missing = dice.oneIn(4) ? 0 : dice.upTo(4);
     for (std::size_t i = 0; i < missing; ++i) {
         const std::vector<Removal> choices = removals(board);

@@ -91,6 +91,9 @@ void takePanelAndVideo(Collection& all, const BoardDescription& whole) {
     if (whole.videoChip) {
         all.add("video chip", [](BoardDescription& board) { board.videoChip.reset(); });
     }
+    if (whole.rom) {
+        all.add("rom", [](BoardDescription& board) { board.rom.reset(); });
+    }
     if (whole.cpld) {
         all.add("cpld", [](BoardDescription& board) { board.cpld.reset(); });
     }
@@ -115,6 +118,13 @@ void takeWires(Collection& all, const BoardDescription& whole) {
     all.addEach(
         whole.gpioChips, [&](std::size_t i) { return "gpio " + whole.gpioChips[i].label; },
         [](BoardDescription& board, std::size_t i) { takeOut(board.gpioChips, i); });
+    all.addEach(
+        whole.hwmon,
+        [&](std::size_t i) {
+            return "hwmon" + std::to_string(whole.hwmon[i].device) + "/temp" +
+                   std::to_string(whole.hwmon[i].sensor);
+        },
+        [](BoardDescription& board, std::size_t i) { takeOut(board.hwmon, i); });
     for (std::size_t bus = 0; bus < whole.w1Buses.size(); ++bus) {
         const std::string name = " on w1 bus " + std::to_string(bus + 1);
         all.addEach(

@@ -9,10 +9,12 @@
 #include <string_view>
 #include <vector>
 
+#include "Tools/boardsim/Board/HwmonDescription.h"
 #include "Tools/boardsim/Board/I2cDescription.h"
 #include "Tools/boardsim/Board/Layout.h"
 #include "Tools/boardsim/Board/NetworkDescription.h"
 #include "Tools/boardsim/Board/PhyParts.h"
+#include "Tools/boardsim/Board/RomDescription.h"
 #include "Tools/boardsim/Board/StatusDescription.h"
 #include "Tools/boardsim/Board/W1Description.h"
 #include "Tools/boardsim/Models/GpioBlock.h"
@@ -81,6 +83,8 @@ struct BoardDescription {
     std::optional<SpiPlace> videoChip{};  ///< the video synchronisation chip, whose registers are a file
 
     // Beside the FPGA.
+    std::optional<RomPart> rom{};
+    std::vector<HwmonSensor> hwmon{};
     std::optional<CpldPart> cpld{};
     std::vector<W1BusPart> w1Buses{};  ///< the first is number 1
     std::vector<GpioChip> gpioChips{};

@@ -58,7 +58,9 @@ BoardModels::BoardModels(const BoardDescription& board, const BoardParts& missin
                unless(missing.has(BoardPart::Pattern), board.pattern),
                [this](const std::string& line) { tell(line); }),
       status_(board, missing),
-      i2c_(missing.has(BoardPart::I2c) ? I2cDescription{} : board.i2c) {
+      i2c_(without(missing, board.i2c)),
+      hwmon_(missing.has(BoardPart::Hwmon) ? std::vector<HwmonSensor>{} : board.hwmon,
+             [this](const std::string& line) { tell(line); }) {
     if (const std::optional<std::uint32_t> address = board.panelRegisters()) {
         registers_.add({"panel", *address, PanelRegisters::kBlockBytes, &panel_});
     }
@@ -75,6 +77,13 @@ BoardModels::BoardModels(const BoardDescription& board, const BoardParts& missin
     }
     if (!board.gpioChips.empty() && !missing.has(BoardPart::Gpio)) {
         files_.push_back(gpio_.device());
+    }
+    if (board.rom && !missing.has(BoardPart::Rom)) {
+        rom_.emplace(*board.rom, [this](const std::string& line) { tell(line); });
+        files_.push_back(rom_->device());
+    }
+    if (!board.hwmon.empty() && !missing.has(BoardPart::Hwmon)) {
+        trees_.push_back(hwmon_.tree());
     }
     if (!board.w1Buses.empty() && !missing.has(BoardPart::W1)) {
         trees_.push_back(w1_.tree());
@@ -107,6 +116,12 @@ void BoardModels::apply(const Fault& fault) {
     }
     if (fault.kind == "mii") {
         return mii_.apply(fault);
+    }
+    if (fault.kind == "hwmon") {
+        return hwmon_.apply(fault);
+    }
+    if (fault.kind == "rom" && rom_) {
+        return rom_->apply(fault);
     }
     if (fault.kind == "net") {
         return network_.apply(fault);

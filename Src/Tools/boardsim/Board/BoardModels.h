@@ -8,9 +8,11 @@
 #include "Tools/boardsim/Board/Fault.h"
 #include "Tools/boardsim/Board/FileTrace.h"
 #include "Tools/boardsim/Board/GpioModels.h"
+#include "Tools/boardsim/Board/HwmonModels.h"
 #include "Tools/boardsim/Board/I2cDevices.h"
 #include "Tools/boardsim/Board/MiiModels.h"
 #include "Tools/boardsim/Board/NetworkModels.h"
+#include "Tools/boardsim/Board/RomModel.h"
 #include "Tools/boardsim/Board/StatusRegisters.h"
 #include "Tools/boardsim/Board/W1Models.h"
 #include "Tools/boardsim/Host/ActingFile.h"
@@ -82,6 +84,8 @@ private:
     NetworkModels network_;
     StatusRegisters status_;
     I2cDevices i2c_;
+    HwmonModels hwmon_;
+    std::optional<RomModel> rom_;
     VideoChip videoChip_;
     std::vector<ActingFile> files_;
     std::vector<ServedTree> trees_;

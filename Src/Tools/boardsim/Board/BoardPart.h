@@ -23,12 +23,15 @@ enum class BoardPart : std::uint8_t {
     Cpld,            ///< the second programmable device: node and layout
     Mii,             ///< the answers of network interfaces to MII requests
     I2c,             ///< the I2C buses and the registry of their devices
+    Rom,             ///< the device node of the identity ROM
+    Hwmon,           ///< the kernel's hardware monitoring
+    Eeprom,          ///< the EEPROMs on I2C
     Sync,            ///< the sync block's core in the layout file
     Network,         ///< the Ethernet ports, "eth0" and "eth1", and what answers there to MII requests
     Inband,          ///< the in-band management link, "inbd"
     Pattern,         ///< the test-pattern interface, "pattern"
 };
-inline constexpr std::size_t kBoardParts = 17;
+inline constexpr std::size_t kBoardParts = 20;
 
 /// The word for a part on the command line: "panel-registers".
 std::string_view partName(BoardPart part);

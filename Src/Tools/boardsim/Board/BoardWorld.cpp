@@ -89,7 +89,7 @@ WorldPlan planWorld(const BoardDescription& board, const BoardParts& missing, co
     plan.covers = {
         {"/dev", kUsualNodes},
         {"/sys/bus", {}, {"avalon", "i2c", "w1", kRegisterSocket}},
-        {"/sys/class", {}, {"gpio", "i2c-dev", "net"}},
+        {"/sys/class", {}, {"gpio", "hwmon", "i2c-dev", "net"}},
         {"/sys/kernel", {}, {"inband"}},
         {"/tmp", {}, {"i2c"}},
         {"/opt", {}, {"pattern"}},
@@ -99,9 +99,7 @@ WorldPlan planWorld(const BoardDescription& board, const BoardParts& missing, co
     planFpga(plan, board, missing);
     planPanel(plan, board, missing);
     planFont(plan, missing, font);
-    if (!missing.has(BoardPart::I2c)) {
-        planI2c(plan, board.i2c);
-    }
+    planI2c(plan, without(missing, board.i2c));
     if (board.inband && !missing.has(BoardPart::Inband)) {
         planInband(plan, *board.inband);
     }

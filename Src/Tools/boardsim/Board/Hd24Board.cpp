@@ -49,6 +49,15 @@ SyncPart makeSync() {
     return {"central_sync", settings};
 }
 
+/// The same card as in the EEPROM.
+RomPart makeRom() {
+    RomPart rom;
+    rom.macs = {{{0x02, 0x00, 0x5E, 0x0A, 0x0B, 0x0C}, {0x02, 0x00, 0x5E, 0x0A, 0x0B, 0x0D}}};
+    rom.version = {0x80000201, 0x2275002A, 0};
+    rom.serial = {2012240009871, 0x58D06D00, 0x5ED59680};
+    return rom;
+}
+
 }  // namespace
 
 BoardDescription makeHd24() {
@@ -59,6 +68,8 @@ BoardDescription makeHd24() {
     board.mdio = {"ethernet_mdio", {{0, PhyModel::Phy88e1510}, {1, PhyModel::Phy88e1510}}};
     board.macCore = "eth_mac";
     board.videoChip = {"spi_videosync_out", "1.0"};
+    board.rom = makeRom();
+    board.hwmon = {{0, 1, 51500}};
     board.cpld = makeCpld();
     board.w1Buses = makeW1Buses();
     board.gpioChips = {{"reset_pio", 448, 32}, {"oled_pio", 480, 8}};

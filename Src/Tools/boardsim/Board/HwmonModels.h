@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -8,18 +7,10 @@
 
 #include "Tools/boardsim/Board/Fault.h"
 #include "Tools/boardsim/Board/FileTrace.h"
+#include "Tools/boardsim/Board/HwmonDescription.h"
 #include "Tools/boardsim/Host/ServedTree.h"
 
 namespace boardsim {
-
-/// A temperature that the kernel's hardware monitoring shows.
-struct HwmonSensor {
-    unsigned device = 0;  ///< "hwmon0"
-    unsigned sensor = 0;  ///< "temp1_input"
-    std::int32_t millidegrees = 0;
-
-    bool operator==(const HwmonSensor&) const = default;
-};
 
 /// "/sys/class/hwmon" of a board: for each sensor a file "hwmonN/device/tempM_input" with millidegrees as
 /// text. Not thread-safe. Source: the kernel's Documentation/hwmon/sysfs-interface.rst.

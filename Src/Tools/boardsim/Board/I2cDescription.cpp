@@ -30,6 +30,14 @@ std::string I2cDevice::directory() const {
     return "/sys/bus/i2c/devices/" + kernelName();
 }
 
+I2cDescription without(const BoardParts& missing, const I2cDescription& i2c) {
+    I2cDescription left = missing.has(BoardPart::I2c) ? I2cDescription{} : i2c;
+    if (missing.has(BoardPart::Eeprom)) {
+        std::erase_if(left.devices, [](const I2cDevice& device) { return device.chip == I2cChip::Eeprom; });
+    }
+    return left;
+}
+
 I2cDescription orcaI2c() {
     using enum I2cChip;
     I2cDescription i2c;

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "Tools/boardsim/Board/BoardPart.h"
 #include "Tools/boardsim/Board/IdentityMemory.h"
 #include "Tools/boardsim/Models/I2cEeprom.h"
 
@@ -57,6 +58,9 @@ struct I2cDescription {
 
     bool operator==(const I2cDescription&) const = default;
 };
+
+/// The same without what a board lacks.
+I2cDescription without(const BoardParts& missing, const I2cDescription& i2c);
 
 /// The buses of the built-in board.
 I2cDescription orcaI2c();

@@ -63,6 +63,16 @@ SyncPart makeSync() {
     return {"subsys_hps_central_sync", settings};
 }
 
+/// The same card as in the EEPROM.
+RomPart makeRom() {
+    RomPart rom;
+    rom.start = {0x4F, 0x52, 0x43, 0x41, 0x01};
+    rom.macs = {{{0x02, 0x00, 0x5E, 0x10, 0x20, 0x30}, {0x02, 0x00, 0x5E, 0x10, 0x20, 0x31}}};
+    rom.version = {0x80000102, 0x2F6E0007, 0};
+    rom.serial = {2012345678903, 0x6553F100, 0};
+    return rom;
+}
+
 }  // namespace
 
 BoardDescription makeOrca() {
@@ -74,6 +84,8 @@ BoardDescription makeOrca() {
     board.macCore = "subsys_hps_eth_mac";
     board.spiMasterCore = "subsys_hps_ext_spi";
     board.videoChip = {"spi_videosync_out", "2.0"};
+    board.rom = makeRom();
+    board.hwmon = {{0, 1, 44125}, {0, 2, 47500}, {1, 1, 38062}};
     board.cpld = makeCpld();
     board.w1Buses = makeW1Buses();
     board.gpioChips = {{"reset_pio", 480, 16}, {"oled_pio", 496, 8}, {"misc_pio", 504, 8}};

@@ -136,7 +136,10 @@ RunOptions checkedOptions(RunOptions options, const RawOptions& raw) {
     return options;
 }
 
-std::string checkedBoard(std::string name) {
+std::string checkedBoard(std::string name, const RunOptions& options) {
+    if (!options.program.empty()) {
+        throw std::invalid_argument("boards runs no program");
+    }
     if (!name.empty() && builtInBoard(name) == nullptr) {
         throw std::invalid_argument("boards: no board '" + name + "'; there are orca, hd24");
     }
@@ -195,7 +198,7 @@ CommandLine readCommandLine(std::vector<std::string> words) {
         std::reverse(words.begin(), words.end());  // as CLI11 wants them
         app.parse(std::move(words));
         if (boards.parsed()) {
-            return {std::nullopt, checkedBoard(board)};
+            return {std::nullopt, checkedBoard(board, options)};
         }
         return {checkedOptions(std::move(options), raw)};
     } catch (const CLI::ParseError& error) {

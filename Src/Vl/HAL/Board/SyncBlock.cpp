@@ -21,6 +21,12 @@ constexpr std::uint32_t kFrames25 = 1U << 26;
 
 constexpr unsigned int kHighBytes = 3;
 
+/// What was written is in the registers, not in a buffer of the processor's from which it would be read back,
+/// and nothing is read before its time; however the registers are mapped.
+void finishAccesses() {
+    __sync_synchronize();
+}
+
 }  // namespace
 
 std::uint32_t SyncBlock::syncWord() const {
@@ -59,7 +65,9 @@ VitcRate SyncBlock::vitcRate() const {
 VitcCode SyncBlock::vitc() const {
     while (true) {
         const std::uint32_t before = registers_[VitcHigh];
+        finishAccesses();
         const std::uint32_t low = registers_[VitcLow];
+        finishAccesses();
         if (registers_[VitcHigh] == before) {
             return {low, before};
         }
@@ -69,13 +77,17 @@ VitcCode SyncBlock::vitc() const {
 void SyncBlock::setVitc(VitcCode code) {
     do {
         registers_[VitcHigh] = code.high;
+        finishAccesses();
         registers_[VitcLow] = code.low;
+        finishAccesses();
     } while (registers_[VitcHigh] != code.high);
 }
 
 void SyncBlock::startVitc(VitcCode code) {
     registers_[VitcLow] = 0;
+    finishAccesses();
     registers_[VitcHigh] = code.high;
+    finishAccesses();
     registers_[VitcLow] = code.low;
 }
 

@@ -90,7 +90,7 @@ TEST(BoardJsonTest, WhatIsWrongIsToldWithFileLineAndPath) {
          "b.json:3: i2c.devices[0].bus: there is no such bus"},
         {"{\"name\": \"b\", \"w1_buses\": [{\"sensors\": [{\"serial\": 1, \"user_data\": 0, "
          "\"celsius\": 0.1}]}]}",
-         "w1_buses[0].sensors[0].celsius: want sixteenths from -55"},
+         "w1_buses[0].sensors[0].celsius: want sixteenths from -55.0 to 125.0"},
     };
     for (const ComplaintRow& row : rows) {
         EXPECT_THAT(complaintAbout(row.text), HasSubstr(row.complaint)) << row.text;

@@ -140,6 +140,10 @@ void checkBoard(const JsonPlace& place, const BoardDescription& board) {
                     [](const MdioPhy& phy) { return phy.address; });
     }
     checkPorts(place, board.miiPorts);
+    if (!board.hwmon.empty()) {
+        checkUnique(place.member("hwmon"), board.hwmon, "sensor",
+                    [](const HwmonSensor& sensor) { return std::pair(sensor.device, sensor.sensor); });
+    }
     if (!board.miiPorts.empty()) {
         checkUnique(place.member("mii_ports"), board.miiPorts, "interface",
                     [](const MiiPart& port) { return port.interface; });

@@ -4,6 +4,7 @@ namespace boardsim {
 namespace {
 
 constexpr std::size_t kLongestName = 64;
+constexpr std::size_t kMostSensors = 256;
 constexpr std::size_t kMostBuses = 16;
 constexpr std::size_t kMostChips = 32;
 constexpr std::size_t kMostPorts = 16;
@@ -25,6 +26,8 @@ const std::vector<Field<BoardDescription>>& fieldsOf() {
         optional("misc", &Board::misc, record<MiscPart>()),
         omittable("temperatures", &Board::temperatures, listOf(record<TemperaturePart>(), kMostRegisters)),
         optional("video_chip", &Board::videoChip, record<SpiPlace>()),
+        optional("rom", &Board::rom, record<RomPart>()),
+        omittable("hwmon", &Board::hwmon, listOf(record<HwmonSensor>(), kMostSensors)),
         optional("cpld", &Board::cpld, record<CpldPart>()),
         omittable("w1_buses", &Board::w1Buses, listOf(record<W1BusPart>(), kMostBuses)),
         omittable("gpio_chips", &Board::gpioChips, listOf(record<GpioChip>(), kMostChips)),

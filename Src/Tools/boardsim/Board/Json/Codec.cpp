@@ -135,8 +135,8 @@ Codec<std::int32_t> sixteenths(std::int32_t least, std::int32_t most) {
     return {[=](const JsonPlace& place) {
                 const double value = realAt(place) * kSixteenths;
                 if (!(value >= least && value <= most && value == std::trunc(value))) {
-                    place.refuse("want sixteenths from " + std::to_string(least / kSixteenths) + " to " +
-                                 std::to_string(most / kSixteenths));
+                    place.refuse("want sixteenths from " + printJson({least / kSixteenths}) + " to " +
+                                 printJson({most / kSixteenths}));
                 }
                 return static_cast<std::int32_t>(value);
             },

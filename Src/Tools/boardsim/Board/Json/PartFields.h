@@ -53,6 +53,13 @@ template <>
 const std::vector<Field<MiscPart>>& fieldsOf();
 template <>
 const std::vector<Field<TemperaturePart>>& fieldsOf();
+// RomFields.cpp
+template <>
+const std::vector<Field<CardSerial>>& fieldsOf();
+template <>
+const std::vector<Field<RomPart>>& fieldsOf();
+template <>
+const std::vector<Field<HwmonSensor>>& fieldsOf();
 
 // W1Fields.cpp
 template <>
