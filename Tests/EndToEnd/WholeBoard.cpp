@@ -90,11 +90,21 @@ void sayHwmon(const char* name, therm_entry entry) {
     say(name, succeeded, succeeded ? std::to_string(millidegrees) : "");
 }
 
-void sayCommon(CPInterface& board) {
+void sayLinks(CPLinkInterface& link) {
+    say("carrier-0", link.isCarrierUp(0));
+    say("carrier-1", link.isCarrierUp(1));
+    say("link-0", link.EthLinkState(0) > 0, std::to_string(link.EthLinkState(0)));
+    say("link-1", link.EthLinkState(1) > 0, std::to_string(link.EthLinkState(1)));
+    sayNumber("fibre-0", link.getFiberLength(0));
+    say("pattern-lane", link.EnablePatternOnLane(CPLinkInterface::PATTERN_ON, 0));
+}
+
+void sayCommon(CPInterface& board, CPLinkInterface& link) {
     say("sync-word", board.getSyncWord().first);
     sayPanel(board);
     sayPhy("phy-0", *board.getPhy(0));
     sayPhy("phy-1", *board.getPhy(1));
+    sayLinks(link);
     sayIdentity(board);
     sayHwmon("hwmon0/temp1", {.hwmon = 0, .sensor = 1});
 }
@@ -112,7 +122,7 @@ void sayVersions(const VersionsRecord& versions) {
 void orca() {
     CPLinkInterface link;
     OrcaInterface board(&link);
-    sayCommon(board);
+    sayCommon(board, link);
     sayHwmon("hwmon0/temp2", {.hwmon = 0, .sensor = 2});
     sayHwmon("hwmon1/temp1", {.hwmon = 1, .sensor = 1});
     sayPhy("config-phy-0", *board.getConfigEthPhy(0));
@@ -138,7 +148,7 @@ void orca() {
 void hd24() {
     CPLinkInterface link;
     HD24Interface board(&link);
-    sayCommon(board);
+    sayCommon(board, link);
     sayPhy("config-phy-0", *board.getConfigEthPhy(0));
     sayPhy("config-phy-1", *board.getConfigEthPhy(1));
     int celsius = 0;

@@ -1,4 +1,4 @@
-// The newer board whole, with one device that fails or answers nonsense.
+// Whole boards with one device that fails or answers nonsense.
 #include <gmock/gmock.h>
 
 #include "Tests/EndToEnd/WholeBoardRun.h"
@@ -52,59 +52,111 @@ const Chip kChips[] = {
     {"qsfp1_1@0x3e", {kNoQsfp}, {{"qsfp1_1", kFailed}}, {{"qsfp1_1", "ok 0x5c"}}, {{"qsfp1_1", "ok 0xff"}}},
 };
 
+const Expectation kRomFails = {
+    {"err CPCardInterface: transfered only -1 / 6 bytes",
+     "err CPCardInterface: transfered only -1 / 12 bytes",
+     "err CPCardInterface: transfered only -1 / 56 bytes", "err CPCardInterface: invalid ROM data"},
+    {{"mac", kFailed}, {"card-id", kFailed}, {"rom", kFailed}}};
+
+/// The ROM answers, but not with what makes a card's identity.
+Expectation invalidRom(const std::string& why, const Answers& answers = {}) {
+    Expectation expected = {{"err CPCardInterface: invalid " + why, "err CPCardInterface: invalid ROM data"},
+                            answers};
+    expected.answers["rom"] = kFailed;
+    return expected;
+}
+
 struct Case {
+    std::string variant;
     std::string fault;
     Expectation expected;
 };
 
 void PrintTo(const Case& one, std::ostream* out) {
-    *out << one.fault;
+    *out << one.variant << ' ' << one.fault;
 }
+
+/// What both boards have.
+const std::pair<const char*, Expectation> kEverywhere[] = {
+    {"mdio:ethernet_mdio@0:no-answer", {{}, {{"phy-0", "ok 0xffff"}}}},
+    {"mdio:ethernet_mdio@1:no-answer", {{}, {{"phy-1", "ok 0xffff"}}}},
+    {"mii:eth0:no-answer", {{}, {{"config-phy-0", "ok 0xffff"}}}},
+    {"mii:eth1:no-answer", {}},
+    {"net:eth0:carrier-down", {{}, {{"carrier-0", kFailed}, {"link-0", "failed 0"}}}},
+    {"net:eth1:carrier-down", {{}, {{"carrier-1", kFailed}, {"link-1", "failed 0"}}}},
+    {"net:inbd:refuse", {{}, {{"fibre-0", kFailed}}}},
+    {"net:pattern:refuse", {{}, {{"pattern-lane", kFailed}}}},
+    {"gpio:oled_pio+3:taken", {}},
+    {"gpio:oled_pio+3:stuck=0", {}},
+    {"rom:bootrom:fail", kRomFails},
+    {"rom:bootrom:short-read", {}},
+    {"hwmon:hwmon0/temp1:fail", {{}, {{"hwmon0/temp1", kFailed}}}},
+    {"hwmon:hwmon0/temp1:absent", {{}, {{"hwmon0/temp1", kFailed}}}},
+    {"hwmon:hwmon0/temp1:text=hot", {{}, {{"hwmon0/temp1", kFailed}}}},
+    {"hwmon:hwmon0/temp1:text=-273150", {{}, {{"hwmon0/temp1", "ok -273150"}}}},
+};
 
 std::vector<Case> allCases() {
     std::vector<Case> cases;
     for (const Chip& chip : kChips) {
         const std::string name = std::string("i2c:") + chip.name;
         for (const char* silence : {":nack", ":refuse", ":timeout", ":lost"}) {
-            cases.push_back({name + silence, {chip.log, chip.silent}});
+            cases.push_back({"orca", name + silence, {chip.log, chip.silent}});
         }
-        cases.push_back({name + ":value=0x5c", {{}, chip.reading5C}});
-        cases.push_back({name + ":value=0xff", {{}, chip.readingFF}});
+        cases.push_back({"orca", name + ":value=0x5c", {{}, chip.reading5C}});
+        cases.push_back({"orca", name + ":value=0xff", {{}, chip.readingFF}});
     }
-    cases.insert(cases.end(), {
-                                  {"mdio:ethernet_mdio@0:no-answer", {{}, {{"phy-0", "ok 0xffff"}}}},
-                                  {"mdio:ethernet_mdio@1:no-answer", {{}, {{"phy-1", "ok 0xffff"}}}},
-                                  {"mii:eth0:no-answer", {{}, {{"config-phy-0", "ok 0xffff"}}}},
-                                  {"mii:eth1:no-answer", {}},
-                                  {"gpio:oled_pio+3:taken", {}},
-                                  {"gpio:oled_pio+3:stuck=0", {}},
-                                  {"mac:subsys_hps_eth_mac:reset", {}},
-                                  {"w1:22-0000001a2b3c:unplug", {}},
-                              });
+    for (const char* variant : {"orca", "hd24"}) {
+        for (const auto& [fault, expected] : kEverywhere) {
+            cases.push_back({variant, fault, expected});
+        }
+    }
+    const std::string orcasWrongType = "CT: 0x7F Ver: 0001.02.0007 (14/11/2023)";
+    const std::string hd24sWrongType = "CT: 0x7F Ver: 0002.01.002A (21/03/2017)";
+    cases.insert(cases.end(),
+                 {
+                     {"orca", "mac:subsys_hps_eth_mac:reset", {}},
+                     {"hd24", "mac:eth_mac:reset", {}},
+                     {"orca", "w1:22-0000001a2b3c:unplug", {}},
+                     {"hd24", "w1:22-0000004d5e6f:unplug", {}},
+                     {"orca", "sync:subsys_hps_central_sync:stopped", {}},
+                     {"hd24", "sync:central_sync:stopped", {}},
+                     {"orca", "rom:bootrom:corrupt=16", invalidRom("MAC: FD:00:5E:10:20:30")},
+                     {"hd24", "rom:bootrom:corrupt=16", invalidRom("MAC: FD:00:5E:0A:0B:0C")},
+                     {"orca", "rom:bootrom:corrupt=31",
+                      invalidRom("version: " + orcasWrongType, {{"card-id", "ok " + orcasWrongType}})},
+                     {"hd24", "rom:bootrom:corrupt=31",
+                      invalidRom("version: " + hd24sWrongType, {{"card-id", "ok " + hd24sWrongType}})},
+                 });
     return cases;
 }
 
-WholeBoardRun runWith(const std::string& fault) {
-    return runWholeBoard(board().option("--fault", fault), "orca");
+WholeBoardRun runWith(const std::string& fault, const std::string& variant) {
+    return runWholeBoard(board().option("--board", variant).option("--fault", fault), variant);
 }
 
-const std::vector<std::string>& healthyAccessors() {
-    static const WholeBoardRun run = runWholeBoard(board(), "orca");
-    return run.accessors;
+const std::vector<std::string>& healthyAccessors(const std::string& variant) {
+    static std::map<std::string, WholeBoardRun> runs;
+    const auto [found, isNew] = runs.try_emplace(variant);
+    if (isNew) {
+        found->second = runWholeBoard(board().option("--board", variant), variant);
+    }
+    return found->second.accessors;
 }
 
 class BoardWithAFault : public testing::TestWithParam<Case> {};
 
 TEST_P(BoardWithAFault, IsBuiltAndShowsItAtThatDeviceOnly) {
-    const auto& [fault, expected] = GetParam();
-    const WholeBoardRun run = runWith(fault);
+    const auto& [variant, fault, expected] = GetParam();
+    const WholeBoardRun run = runWith(fault, variant);
     EXPECT_EQ(0, run.status) << run.err;
     EXPECT_THAT(run.log, ElementsAreArray(expected.log));
-    EXPECT_THAT(run.accessors, ElementsAreArray(e2e::replaced(healthyAccessors(), expected.answers)));
+    EXPECT_THAT(run.accessors, ElementsAreArray(e2e::replaced(healthyAccessors(variant), expected.answers)));
 }
 
-INSTANTIATE_TEST_SUITE_P(Faults, BoardWithAFault, testing::ValuesIn(allCases()),
-                         [](const auto& one) { return e2e::testName(one.param.fault); });
+INSTANTIATE_TEST_SUITE_P(Faults, BoardWithAFault, testing::ValuesIn(allCases()), [](const auto& one) {
+    return e2e::testName(one.param.variant + " " + one.param.fault);
+});
 
 TEST(WholeBoardFaultRows, NameEveryChipOfTheBoard) {
     const boardsim::I2cDescription& i2c = boardsim::orcaBoard().i2c;
@@ -125,12 +177,14 @@ TEST(WholeBoardFaultRows, NameEveryChipOfTheBoard) {
 }
 
 TEST(WholeBoardFaultTest, AManagementBusThatNeverEndsIsGivenUp) {
-    const WholeBoardRun run = runWith("mdio:ethernet_mdio:busy");
-    EXPECT_EQ(0, run.status) << run.err;
-    EXPECT_THAT(run.log, ElementsAre(StartsWith("local0.info CPCardInterface: MDIO: timeout: 0x"),
-                                     StartsWith("local0.info CPCardInterface: MDIO: timeout: 0x")));
-    EXPECT_THAT(run.accessors, ElementsAreArray(e2e::replaced(healthyAccessors(),
-                                                              {{"phy-0", kFailed}, {"phy-1", kFailed}})));
+    for (const char* variant : {"orca", "hd24"}) {
+        const WholeBoardRun run = runWith("mdio:ethernet_mdio:busy", variant);
+        EXPECT_EQ(0, run.status) << run.err;
+        EXPECT_THAT(run.log, ElementsAre(StartsWith("local0.info CPCardInterface: MDIO: timeout: 0x"),
+                                         StartsWith("local0.info CPCardInterface: MDIO: timeout: 0x")));
+        EXPECT_THAT(run.accessors, ElementsAreArray(e2e::replaced(healthyAccessors(variant),
+                                                                  {{"phy-0", kFailed}, {"phy-1", kFailed}})));
+    }
 }
 
 TEST(WholeBoardFaultTest, ResetSignalsThatNeverComeAreWaitedForWithoutEndOnPurpose) {
@@ -146,8 +200,9 @@ TEST(WholeBoardFaultTest, ABoardOnWhichNothingAnswersIsBuilt) {
     }
     const WholeBoardRun run = runWholeBoard(silent, "orca");
     EXPECT_EQ(0, run.status) << run.err;
-    EXPECT_THAT(run.log, ElementsAre("err CPCardInterface: could not open gpio!", kNoQsfp, kSyncFailed,
-                                     kEthLedFailed));
+    EXPECT_THAT(run.log,
+                ElementsAre("err CPCardInterface: could not open gpio!", kNoQsfp, kSyncFailed, kEthLedFailed,
+                            "err CPCardInterface: could not find: /sys/bus/avalon/devices/cpld/layout"));
 }
 
 }  // namespace

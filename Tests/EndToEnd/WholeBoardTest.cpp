@@ -53,11 +53,13 @@ std::string noControls(const std::string& core) {
 }
 
 const std::string kFailed = "failed";
+const std::string kNoLink = "failed 0";
 const std::string kNobody = "ok 0xffff";  // a management bus without an answer floats high
 const std::string kNoVersions = "failed 0  0 0";
 
 const Expectation kWithoutRom = {{kNoRom, kNoRom, kNoRom, kInvalidRom},
                                  {{"mac", kFailed}, {"card-id", kFailed}, {"rom", kFailed}}};
+const Expectation kWithoutInband = {{}, {{"link-0", "ok 2"}, {"link-1", "ok 2"}, {"fibre-0", kFailed}}};
 const Expectation kWithoutCpld = {{kNoCpldLayout}, {{"cpld", kFailed}}};
 
 const Variant kOrca = {
@@ -77,6 +79,8 @@ const Variant kOrca = {
            {"tile0", "failed of 95"},
            {"tile1", "failed of 95"}}}},
         {"core cardid", {{}, {{"fpga-version", kFailed}}}},
+        {"inband", kWithoutInband},
+        {"pattern", {{}, {{"pattern-lane", kFailed}}}},
         {"rom", kWithoutRom},
         {"cpld", kWithoutCpld},
         {"hwmon0/temp1", {{}, {{"hwmon0/temp1", kFailed}}}},
@@ -96,7 +100,8 @@ const Variant kOrca = {
         {"screen", {{noScreen("subsys_hps_oled_spi")}, {{"screen", kFailed}}}},
         {"phy 0", {{}, {{"phy-0", kNobody}}}},
         {"phy 1", {{}, {{"phy-1", kNobody}}}},
-        {"mii eth0", {{}, {{"config-phy-0", kFailed}}}},
+        {"mii eth0", {{}, {{"carrier-0", kFailed}, {"link-0", kNoLink}, {"config-phy-0", kFailed}}}},
+        {"mii eth1", {{}, {{"carrier-1", kFailed}, {"link-1", kNoLink}}}},
         {"bus i2c-0", {{kNoVideo}, {{"sdi", "failed of 80"}, {"video", kFailed}, {"versions", kNoVersions}}}},
         {"bus fan", {{}, {{"fan", "failed of 60"}, {"oled", "failed of 50"}}}},
         {"bus syn_eth",
@@ -138,6 +143,8 @@ const Variant kHd24 = {
            {"misc", kFailed},
            {"video", kFailed}}}},
         {"core cardid", {{}, {{"fpga-version", kFailed}}}},
+        {"inband", kWithoutInband},
+        {"pattern", {{}, {{"pattern-lane", kFailed}}}},
         {"rom", kWithoutRom},
         {"cpld", kWithoutCpld},
         {"hwmon0/temp1", {{}, {{"hwmon0/temp1", kFailed}}}},
@@ -153,8 +160,8 @@ const Variant kHd24 = {
         {"video chip", {{kNoVideoOnSpi}, {{"video", kFailed}}}},
         {"phy 0", {{}, {{"phy-0", kNobody}}}},
         {"phy 1", {{}, {{"phy-1", kNobody}}}},
-        {"mii eth0", {{}, {{"config-phy-0", kFailed}}}},
-        {"mii eth1", {{}, {{"config-phy-1", kFailed}}}},
+        {"mii eth0", {{}, {{"carrier-0", kFailed}, {"link-0", kNoLink}, {"config-phy-0", kFailed}}}},
+        {"mii eth1", {{}, {{"carrier-1", kFailed}, {"link-1", kNoLink}, {"config-phy-1", kFailed}}}},
     },
 };
 
