@@ -37,6 +37,11 @@ public:
         traced_ = true;
         return *this;
     }
+    /// As an ordinary user, on whose machine /dev/fuse is open to everybody.
+    VirtualBoard& asUser() {
+        asUser_ = true;
+        return *this;
+    }
     VirtualBoard& in(const std::string& directory) {
         directory_ = directory;
         return *this;
@@ -48,6 +53,7 @@ private:
     std::vector<std::string> options_;
     std::string directory_;
     bool traced_ = false;
+    bool asUser_ = false;
 };
 
 inline VirtualBoard board() {

@@ -46,9 +46,9 @@ _boardsim() {
         --frame | --screenshot | --log | --trace | --font) _boardsim_files ;;
         --without)
             _boardsim_words "screen spi panel-registers layout fpga gpio log font font-directory w1 cpld mii i2c \
-                rom hwmon eeprom"
+                rom hwmon eeprom sync network inband pattern"
             ;;
-        --fault) _boardsim_words "i2c: w1: gpio: mii: mdio: mac: rom: hwmon:" ;;
+        --fault) _boardsim_words "i2c: w1: gpio: mii: mdio: mac: rom: hwmon: net: sync: temp:" ;;
         --screen) _boardsim_words "one-byte failing full full:" ;;
         --keys) _boardsim_words "left right red cw ccw wait:" ;;
         --scale | --timeout) ;;

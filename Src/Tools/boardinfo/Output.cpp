@@ -7,25 +7,17 @@
 #include <csignal>
 
 #include "Vl/Common/Files/ExactIO.h"
+#include "Vl/Common/Files/StandardDescriptors.h"
 
 namespace boardinfo {
 namespace {
 
 constexpr int kBehindStandard = STDERR_FILENO + 1;
 
-/// open(2) takes the lowest free number: these are free one after the other.
-void fillStandardDescriptors() {
-    int descriptor = -1;
-    do {
-        descriptor = ::open("/dev/null", O_RDWR);
-    } while (descriptor >= 0 && descriptor < kBehindStandard);
-    ::close(descriptor);
-}
-
 }  // namespace
 
 Output::Output() : report_(fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, kBehindStandard)) {
-    fillStandardDescriptors();
+    Valen::fillStandardDescriptors();
     dup2(STDERR_FILENO, STDOUT_FILENO);
     std::signal(SIGPIPE, SIG_IGN);  // write() tells it
 }

@@ -7,9 +7,11 @@
 #include "Tools/panelprobe/UI.h"
 #include "Tools/panelprobe/Usage.h"
 #include "Tools/panelprobe/WaitButton.h"
+#include "Vl/Common/Files/StandardDescriptors.h"
 #include "Vl/Common/Log/LogImpl.h"
 
 int main(int argc, char** argv) {
+    Valen::fillStandardDescriptors();
     // A script that reads the answers through a pipe sees each line when it is printed.
     std::setvbuf(stdout, nullptr, _IOLBF, 0);
     Valen::Log::vlLog = std::make_unique<Valen::Log::LogImpl>();

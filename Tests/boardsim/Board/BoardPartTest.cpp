@@ -8,8 +8,10 @@ using boardsim::BoardPart;
 using boardsim::BoardParts;
 
 TEST(BoardPartTest, NamesGoBothWays) {
-    for (const char* name : {"screen", "spi", "panel-registers", "layout", "fpga", "gpio", "log", "font",
-                             "font-directory", "w1", "cpld", "mii", "i2c", "rom", "hwmon", "eeprom"}) {
+    for (const char* name : {"screen", "spi",    "panel-registers", "layout", "fpga", "gpio",
+                             "log",    "font",   "font-directory",  "w1",     "cpld", "mii",
+                             "i2c",    "rom",    "hwmon",           "eeprom", "sync", "network",
+                             "inband", "pattern"}) {
         const auto part = boardsim::partNamed(name);
         ASSERT_TRUE(part) << name;
         EXPECT_EQ(name, boardsim::partName(*part));
@@ -21,7 +23,7 @@ TEST(BoardPartTest, NamesGoBothWays) {
 TEST(BoardPartTest, AllNamesAreListed) {
     EXPECT_EQ(
         "screen, spi, panel-registers, layout, fpga, gpio, log, font, font-directory, w1, cpld, mii, "
-        "i2c, rom, hwmon, eeprom",
+        "i2c, rom, hwmon, eeprom, sync, network, inband, pattern",
         boardsim::allPartNames());
 }
 

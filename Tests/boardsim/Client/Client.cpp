@@ -1,6 +1,7 @@
 // A program for the virtual board that does what its words say, one after the other. Everything it touches,
 // it touches as the device's software would: the "screen" file, the mapped registers, syslog.
 #include <fcntl.h>
+#include <linux/if_packet.h>
 #include <linux/mii.h>
 #include <net/if.h>
 #include <sys/ioctl.h>
@@ -165,6 +166,27 @@ void askInterface(const std::string& words) {
     }
 }
 
+/// "eth0,1024": sends one frame of so many bytes as it is.
+void sendFrame(const std::string& text) {
+    const std::size_t comma = text.find(',');
+    sockaddr_ll wire{};
+    wire.sll_family = AF_PACKET;
+    wire.sll_ifindex = static_cast<int>(if_nametoindex(text.substr(0, comma).c_str()));
+    static const int any = socket(AF_PACKET, SOCK_RAW | SOCK_CLOEXEC, 0);
+    const std::string frame(static_cast<std::size_t>(number(text.substr(comma + 1))), 'x');
+    if (bind(any, reinterpret_cast<const sockaddr*>(&wire), sizeof wire) != 0) {
+        give(text.c_str());
+    }
+    std::printf("%zd sent\n", send(any, frame.data(), frame.size(), 0));
+}
+
+/// "0x3c,0x01020304": writes a register.
+void setRegister(const std::string& text) {
+    const std::size_t comma = text.find(',');
+    registers()[number(text.substr(0, comma)) / 4] =
+        static_cast<std::uint32_t>(std::strtoul(text.substr(comma + 1).c_str(), nullptr, 0));
+}
+
 const std::map<std::string, std::function<void(const std::string&)>> kWords{
     {"draw", [](const std::string& value) { put(std::string(15360, static_cast<char>(number(value)))); }},
     {"state", [](const std::string& state) { put(state + "\n"); }},
@@ -190,6 +212,8 @@ const std::map<std::string, std::function<void(const std::string&)>> kWords{
     {"spoil",
      [](const std::string& v) { registers()[kPanelCounters] = static_cast<std::uint32_t>(number(v)); }},
     {"gpio", askGpio},
+    {"frame", sendFrame},
+    {"set", setRegister},
     {"mii", askInterface},
     {"log", [](const std::string& text) { syslog(LOG_LOCAL0 | LOG_INFO, "%s", text.c_str()); }},
     {"hang", sayAndHang},

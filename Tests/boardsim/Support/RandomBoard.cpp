@@ -107,13 +107,58 @@ void draw(std::vector<W1BusPart>& buses, Dice& dice) {
     }
 }
 
+/// The hardware counts months from 0.
+std::array<std::uint32_t, 3> drawCardId(Dice& dice) {
+    constexpr std::uint32_t kMonth = 1U << 21;
+    std::array<std::uint32_t, 3> version = drawVersion(dice);
+    version[1] -= kMonth;
+    return version;
+}
+
 void draw(CpldPart& cpld, Dice& dice) {
     const std::uint32_t place = cpld.cores.front().addresses.front() / 64 * 16;
-    const std::array<std::uint32_t, 3> version = drawVersion(dice);
-    constexpr std::uint32_t kMonth = 1U << 21;  // the hardware counts months from 0
-    cpld.words.at(place) = version[0];
-    cpld.words.at(place + 1) = version[1] - kMonth;
-    cpld.words.at(place + 2) = version[2];
+    const std::array<std::uint32_t, 3> version = drawCardId(dice);
+    std::copy(version.begin(), version.end(), cpld.words.begin() + place);
+}
+
+void draw(SyncSettings& sync, Dice& dice) {
+    constexpr std::uint64_t kId = (1ULL << 56) - 1;
+    sync.isMaster = dice.oneIn(2);
+    sync.id = dice.upTo(kId);
+    sync.master = sync.isMaster ? sync.id : dice.upTo(kId);
+    sync.rate = dice.oneIn(2) ? FrameRate::Fps25 : FrameRate::Fps30;
+    sync.networkId = static_cast<std::uint32_t>(dice.upTo(0xFFFFFFFE));
+    sync.timeCode.seconds = static_cast<std::uint32_t>(dice.upTo(86'399));
+    sync.timeCode.frames = static_cast<std::uint32_t>(dice.upTo(static_cast<std::uint64_t>(sync.rate) - 1));
+    for (std::uint8_t& groups : sync.timeCode.userBits) {
+        groups = static_cast<std::uint8_t>(dice.upTo(0xFF));
+    }
+}
+
+/// What the FPGA tells, and what is known of the network.
+void drawStatus(BoardDescription& board, Dice& dice) {
+    if (board.fpga) {
+        board.fpga->cardId = drawCardId(dice);
+    }
+    if (board.sync) {
+        draw(board.sync->settings, dice);
+    }
+    if (board.misc) {
+        board.misc->celsius = dice.between(-128, 127);
+        board.misc->others = static_cast<std::uint32_t>(dice.upTo(0xFFFFFF)) << 8;
+    }
+    for (TemperaturePart& part : board.temperatures) {
+        part.celsius = dice.between(0, 200);
+    }
+    for (MiiPart& port : board.miiPorts) {
+        port.hasCarrier = !dice.oneIn(4);
+    }
+    if (board.inband) {
+        board.inband->slave = dice.oneIn(4) ? "" : "eth1";
+        for (std::int32_t& length : board.inband->fibreLengths) {
+            length = dice.between(0, 10'000);
+        }
+    }
 }
 
 MacAddress drawMac(Dice& dice) {
@@ -174,6 +219,7 @@ BoardDescription randomBoard(std::uint32_t seed) {
         draw(*board.cpld, dice);
     }
     draw(board.i2c, dice);
+    drawStatus(board, dice);
     if (board.rom) {
         draw(*board.rom, dice);
     }

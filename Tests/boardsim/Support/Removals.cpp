@@ -20,6 +20,13 @@ void forgetCore(BoardDescription& board, const std::string& name) {
     if (board.videoChip && board.videoChip->core == name) {
         board.videoChip.reset();
     }
+    if (board.sync && board.sync->core == name) {
+        board.sync.reset();
+    }
+    if (board.misc && board.misc->core == name) {
+        board.misc.reset();
+    }
+    std::erase_if(board.temperatures, [&](const TemperaturePart& part) { return part.core == name; });
     for (std::string* core : {&board.macCore, &board.spiMasterCore}) {
         if (*core == name) {
             core->clear();
@@ -102,6 +109,12 @@ void takeWires(Collection& all, const BoardDescription& whole) {
     all.addEach(
         whole.miiPorts, [&](std::size_t i) { return "mii " + whole.miiPorts[i].interface; },
         [](BoardDescription& board, std::size_t i) { takeOut(board.miiPorts, i); });
+    if (whole.inband) {
+        all.add("inband", [](BoardDescription& board) { board.inband.reset(); });
+    }
+    if (whole.pattern) {
+        all.add("pattern", [](BoardDescription& board) { board.pattern.reset(); });
+    }
     all.addEach(
         whole.gpioChips, [&](std::size_t i) { return "gpio " + whole.gpioChips[i].label; },
         [](BoardDescription& board, std::size_t i) { takeOut(board.gpioChips, i); });

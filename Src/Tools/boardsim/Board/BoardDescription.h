@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -11,8 +12,10 @@
 #include "Tools/boardsim/Board/HwmonDescription.h"
 #include "Tools/boardsim/Board/I2cDescription.h"
 #include "Tools/boardsim/Board/Layout.h"
+#include "Tools/boardsim/Board/NetworkDescription.h"
 #include "Tools/boardsim/Board/PhyParts.h"
 #include "Tools/boardsim/Board/RomDescription.h"
+#include "Tools/boardsim/Board/StatusDescription.h"
 #include "Tools/boardsim/Board/W1Description.h"
 #include "Tools/boardsim/Models/GpioBlock.h"
 #include "Tools/boardsim/Models/PanelScreen.h"
@@ -23,6 +26,8 @@ namespace boardsim {
 struct FpgaPart {
     std::size_t bytes = 0;
     std::vector<Core> cores{};  ///< in the order of the layout file
+    /// The words of its "cardid" core: a version, whose months count from 0.
+    std::array<std::uint32_t, 3> cardId{};
 
     bool operator==(const FpgaPart&) const = default;
 };
@@ -85,6 +90,15 @@ struct BoardDescription {
     std::vector<GpioChip> gpioChips{};
     std::vector<MiiPart> miiPorts{};
     I2cDescription i2c{};
+
+    // Cores of the FPGA that tell something by themselves.
+    std::optional<SyncPart> sync{};
+    std::optional<MiscPart> misc{};
+    std::vector<TemperaturePart> temperatures{};
+
+    // Network interfaces that are no ordinary ports.
+    std::optional<InbandPart> inband{};
+    std::optional<PatternPart> pattern{};
 
     /// Byte offset of a core of the FPGA in its register space; nothing when there is no such core, or it
     /// has no registers.

@@ -12,6 +12,32 @@ Transfer toTransfer(const ScreenAnswer& answer) {
     return {answer.count, answer.error};
 }
 
+std::vector<MiiPart> miiParts(const BoardDescription& board, const BoardParts& missing) {
+    const bool isMissing = missing.has(BoardPart::Mii) || missing.has(BoardPart::Network);
+    return isMissing ? std::vector<MiiPart>{} : board.miiPorts;
+}
+
+template <typename Part>
+std::optional<Part> unless(bool isMissing, const std::optional<Part>& part) {
+    return isMissing ? std::nullopt : part;
+}
+
+std::vector<NetworkInterface> interfacesOf(const BoardDescription& board, const BoardParts& missing) {
+    std::vector<NetworkInterface> interfaces;
+    if (!missing.has(BoardPart::Network)) {
+        for (const MiiPart& port : board.miiPorts) {
+            interfaces.push_back({port.interface, port.hasCarrier});
+        }
+    }
+    if (board.inband && !missing.has(BoardPart::Inband)) {
+        interfaces.push_back({kInbandInterface, board.inband->hasCarrier});
+    }
+    if (board.pattern && !missing.has(BoardPart::Pattern)) {
+        interfaces.push_back({kPatternInterface, board.pattern->hasCarrier});
+    }
+    return interfaces;
+}
+
 }  // namespace
 
 bool hasScreen(const BoardDescription& board, const BoardParts& missing) {
@@ -26,14 +52,19 @@ BoardModels::BoardModels(const BoardDescription& board, const BoardParts& missin
       w1_(missing.has(BoardPart::W1) ? std::vector<W1BusPart>{} : board.w1Buses,
           [this](const std::string& line) { tell(line); }),
       gpio_(board.gpioChips, [this](const std::string& line) { tell(line); }),
-      mii_(missing.has(BoardPart::Mii) ? std::vector<MiiPart>{} : board.miiPorts,
-           std::chrono::steady_clock::now, [this](const std::string& line) { tell(line); }),
+      mii_(miiParts(board, missing), std::chrono::steady_clock::now,
+           [this](const std::string& line) { tell(line); }),
+      network_(interfacesOf(board, missing), unless(missing.has(BoardPart::Inband), board.inband),
+               unless(missing.has(BoardPart::Pattern), board.pattern),
+               [this](const std::string& line) { tell(line); }),
+      status_(board, missing),
       i2c_(without(missing, board.i2c)),
       hwmon_(missing.has(BoardPart::Hwmon) ? std::vector<HwmonSensor>{} : board.hwmon,
              [this](const std::string& line) { tell(line); }) {
     if (const std::optional<std::uint32_t> address = board.panelRegisters()) {
         registers_.add({"panel", *address, PanelRegisters::kBlockBytes, &panel_});
     }
+    status_.addTo(registers_);
     registers_.listen([this](const MdioFrame& frame) { tell(describe(frame)); });
     if (hasScreen(board, missing)) {
         addScreen(board.panel->screen->directory() + "/screen");
@@ -71,6 +102,11 @@ void BoardModels::tell(const std::string& line) const {
     }
 }
 
+std::optional<IoctlAnswer> BoardModels::answerForInterface(SocketRequest& request) {
+    const std::optional<IoctlAnswer> answer = network_.answer(request);
+    return answer ? answer : mii_.answer(request);
+}
+
 void BoardModels::apply(const Fault& fault) {
     if (fault.kind == "w1") {
         return w1_.apply(fault);
@@ -87,7 +123,10 @@ void BoardModels::apply(const Fault& fault) {
     if (fault.kind == "rom" && rom_) {
         return rom_->apply(fault);
     }
-    if (registers_.apply(fault) || i2c_.apply(fault)) {
+    if (fault.kind == "net") {
+        return network_.apply(fault);
+    }
+    if (registers_.apply(fault) || status_.apply(fault) || i2c_.apply(fault)) {
         return;
     }
     throw std::invalid_argument("--fault " + fault.text + ": the board has no devices of the kind '" +

@@ -11,7 +11,9 @@
 #include "Tools/boardsim/Board/HwmonModels.h"
 #include "Tools/boardsim/Board/I2cDevices.h"
 #include "Tools/boardsim/Board/MiiModels.h"
+#include "Tools/boardsim/Board/NetworkModels.h"
 #include "Tools/boardsim/Board/RomModel.h"
+#include "Tools/boardsim/Board/StatusRegisters.h"
 #include "Tools/boardsim/Board/W1Models.h"
 #include "Tools/boardsim/Host/ActingFile.h"
 #include "Tools/boardsim/Models/PanelRegisters.h"
@@ -48,11 +50,21 @@ public:
     /// All directories that act, in an order that stays. Their functions refer to the models.
     const std::vector<ServedTree>& trees() const { return trees_; }
 
-    /// The network interfaces that answer; none when the board lacks them.
-    MiiModels& mii() { return mii_; }
+    /// The network interfaces.
+    NetworkModels& network() { return network_; }
 
-    /// `tell` gets a line for whatever a program does to the devices in files(), trees() and mii(), the
-    /// screen and what is in i2c() excepted, after it is done.
+    /// Whether any network interface answers requests that the kernel does not.
+    bool answersForInterfaces() const { return !mii_.empty() || network_.answersRequests(); }
+
+    /// @return nothing when it is the kernel's affair.
+    std::optional<IoctlAnswer> answerForInterface(SocketRequest& request);
+
+    /// The registers that tell something by themselves.
+    StatusRegisters& status() { return status_; }
+    const StatusRegisters& status() const { return status_; }
+
+    /// `tell` gets a line for whatever a program does to the devices in files() and trees() and to network
+    /// interfaces, the screen and what is in i2c() excepted, after it is done.
     void listen(Tell tell) { tell_ = std::move(tell); }
 
 private:
@@ -69,6 +81,8 @@ private:
     W1Models w1_;
     GpioModels gpio_;
     MiiModels mii_;
+    NetworkModels network_;
+    StatusRegisters status_;
     I2cDevices i2c_;
     HwmonModels hwmon_;
     std::optional<RomModel> rom_;

@@ -8,9 +8,10 @@ namespace {
 
 /// In the order of the enumeration.
 constexpr std::array<std::string_view, kBoardParts> kNames{
-    "screen", "spi",  "panel-registers", "layout", "fpga", "gpio",
-    "log",    "font", "font-directory",  "w1",     "cpld", "mii",
-    "i2c",    "rom",  "hwmon",           "eeprom"};
+    "screen", "spi",    "panel-registers", "layout", "fpga", "gpio",
+    "log",    "font",   "font-directory",  "w1",     "cpld", "mii",
+    "i2c",    "rom",    "hwmon",           "eeprom", "sync", "network",
+    "inband", "pattern"};
 
 }  // namespace
 

@@ -26,8 +26,12 @@ enum class BoardPart : std::uint8_t {
     Rom,             ///< the device node of the identity ROM
     Hwmon,           ///< the kernel's hardware monitoring
     Eeprom,          ///< the EEPROMs on I2C
+    Sync,            ///< the sync block's core in the layout file
+    Network,         ///< the Ethernet ports, "eth0" and "eth1", and what answers there to MII requests
+    Inband,          ///< the in-band management link, "inbd"
+    Pattern,         ///< the test-pattern interface, "pattern"
 };
-inline constexpr std::size_t kBoardParts = 16;
+inline constexpr std::size_t kBoardParts = 20;
 
 /// The word for a part on the command line: "panel-registers".
 std::string_view partName(BoardPart part);

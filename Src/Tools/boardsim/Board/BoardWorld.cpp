@@ -24,6 +24,9 @@ std::string layoutFile(const BoardDescription& board, const BoardParts& missing)
     if (missing.has(BoardPart::PanelRegisters) && board.panel) {
         std::erase_if(cores, [&](const Core& core) { return core.name == board.panel->registerCore; });
     }
+    if (board.sync && missing.has(BoardPart::Sync)) {
+        std::erase_if(cores, [&](const Core& core) { return core.name == board.sync->core; });
+    }
     return encodeLayout(cores);
 }
 
@@ -60,6 +63,13 @@ void planCpld(WorldPlan& plan, const CpldPart& cpld) {
     plan.files.push_back({"/dev/cpld", std::move(bytes)});
 }
 
+/// Which of the interfaces the in-band link uses is its driver's to tell.
+void planInband(WorldPlan& plan, const InbandPart& inband) {
+    if (!inband.slave.empty()) {
+        plan.files.push_back({"/sys/kernel/inband/slave_if", inband.slave + "\n"});
+    }
+}
+
 void planFont(WorldPlan& plan, const BoardParts& missing, const std::string& font) {
     if (missing.has(BoardPart::FontDirectory)) {
         return;
@@ -79,7 +89,8 @@ WorldPlan planWorld(const BoardDescription& board, const BoardParts& missing, co
     plan.covers = {
         {"/dev", kUsualNodes},
         {"/sys/bus", {}, {"avalon", "i2c", "w1", kRegisterSocket}},
-        {"/sys/class", {}, {"gpio", "hwmon", "i2c-dev"}},
+        {"/sys/class", {}, {"gpio", "hwmon", "i2c-dev", "net"}},
+        {"/sys/kernel", {}, {"inband"}},
         {"/tmp", {}, {"i2c"}},
         {"/opt", {}, {"pattern"}},
     };
@@ -89,6 +100,9 @@ WorldPlan planWorld(const BoardDescription& board, const BoardParts& missing, co
     planPanel(plan, board, missing);
     planFont(plan, missing, font);
     planI2c(plan, without(missing, board.i2c));
+    if (board.inband && !missing.has(BoardPart::Inband)) {
+        planInband(plan, *board.inband);
+    }
     for (const ActingFile& file : acting) {
         plan.acting.push_back(file.path);
     }

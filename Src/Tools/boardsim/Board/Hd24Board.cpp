@@ -14,7 +14,8 @@ FpgaPart makeFpga() {
                 {"oled_io_spi", 0x00010001, {0x00000881}},
                 {"eth_mac", 0x00010000, {0x00001002}},
                 {"spi_videosync_out", 0x00010000, {0x00001441}},
-            }};
+            },
+            {0x80000411, 0x228E0009, 0}};
 }
 
 /// The card's serial number, an EAN-13 of the range for use inside a house, made on 2017-03-21 and serviced
@@ -34,6 +35,18 @@ CpldPart makeCpld() {
     words[0] = 0x80000201;
     words[1] = 0x22550011;
     return {{{"cardid", 0x00010000, {0x00000000}}}, words};
+}
+
+/// The card follows another one, at 30 frames.
+SyncPart makeSync() {
+    SyncSettings settings;
+    settings.id = 0x004D5E6F000017;
+    settings.master = 0x001A2B3C00042A;
+    settings.isMaster = false;
+    settings.rate = FrameRate::Fps30;
+    settings.networkId = 7;
+    settings.timeCode = {20 * 3600 + 15 * 60, 12, {}};
+    return {"central_sync", settings};
 }
 
 /// The same card as in the EEPROM.
@@ -61,6 +74,10 @@ BoardDescription makeHd24() {
     board.w1Buses = makeW1Buses();
     board.gpioChips = {{"reset_pio", 448, 32}, {"oled_pio", 480, 8}};
     board.miiPorts = {{"eth0", {0, PhyModel::Phy88e1510}}, {"eth1", {1, PhyModel::Phy88e1510}}};
+    board.sync = makeSync();
+    board.misc = {"misc_pio", 38, 0x00000300};
+    board.inband = {true, "eth1", {250, 80}};
+    board.pattern = {true, 4};
     return board;
 }
 

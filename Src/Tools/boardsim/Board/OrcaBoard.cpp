@@ -29,7 +29,8 @@ FpgaPart makeFpga() {
                 {"subsys_hps_eth_mac", 0x00010000, {0x00002003}},
                 {"subsys_hps_ext_spi", 0x00010000, {0x00002401}},
                 {"spi_videosync_out", 0x00010000, {0x00002441}},
-            }};
+            },
+            {0x80000305, 0x2F460011, 0}};
 }
 
 std::vector<W1BusPart> makeW1Buses() {
@@ -48,6 +49,18 @@ CpldPart makeCpld() {
     words[kCardId] = 0x80000104;
     words[kCardId + 1] = 0x2F4E0002;
     return {{{"cardid", 0x00010000, {0x00000041}}, {"bus_breakout", 0x00010000, {0x00000080}}}, words};
+}
+
+/// The card sets the pace itself, at 25 frames.
+SyncPart makeSync() {
+    SyncSettings settings;
+    settings.id = 0x001A2B3C00042A;
+    settings.master = settings.id;
+    settings.isMaster = true;
+    settings.rate = FrameRate::Fps25;
+    settings.networkId = 7;
+    settings.timeCode = {10 * 3600, 0, {0x12, 0x34, 0x56, 0x78}};
+    return {"subsys_hps_central_sync", settings};
 }
 
 /// The same card as in the EEPROM.
@@ -78,6 +91,15 @@ BoardDescription makeOrca() {
     board.gpioChips = {{"reset_pio", 480, 16}, {"oled_pio", 496, 8}, {"misc_pio", 504, 8}};
     board.miiPorts = {{"eth0", {0, PhyModel::Phy88e1510}}, {"eth1", {1, PhyModel::Dp83867}}};
     board.i2c = orcaI2c();
+    board.sync = makeSync();
+    board.misc = {"misc_pio", 43, 0x00000500};
+    board.temperatures = {
+        {"subsys_hps_pio_temp_fpga", 61},
+        {"subsys_hps_pio_temp_tile0", 57},
+        {"subsys_hps_pio_temp_tile1", 58},
+    };
+    board.inband = {true, "eth0", {120, 35}};
+    board.pattern = {true, 8};
     return board;
 }
 

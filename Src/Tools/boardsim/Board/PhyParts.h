@@ -22,6 +22,7 @@ struct MdioPhy {
 struct MiiPart {
     std::string interface;  ///< "eth0"
     MdioPhy phy{};
+    bool hasCarrier = true;
 
     bool operator==(const MiiPart&) const = default;
 };

@@ -19,15 +19,14 @@ BoardSession::BoardSession(const RunOptions& options, const BoardDescription& bo
                            const WorldPlan& plan, const ProgramStart& start, Outputs& outputs,
                            SignalWatch& signals)
     : board_(board), outputs_(outputs), models_(models), operator_(options.keys), process_(plan, start) {
-    const Clock::time_point now = Clock::now();
     if (outputs_.trace) {
-        trace_.emplace([this](std::string_view line) { outputs_.trace->write(line); }, now);
+        trace_.emplace([this](std::string_view line) { outputs_.trace->write(line); }, start_);
     }
     if (options.timeout) {
-        deadline_ = now + *options.timeout;
+        deadline_ = start_ + *options.timeout;
     }
     if (!hasScreen(board, options.missing)) {
-        operator_.screenUseless(now);
+        operator_.screenUseless(start_);
     }
     wire(signals);
 }
@@ -47,7 +46,22 @@ void BoardSession::wire(SignalWatch& signals) {
         }
     });
     loop_.addTimer([this] { return operator_.due(); }, [this] { playKeys(); });
+    loop_.addTimer([this] { return models_.status().nextFrame(); }, [this] { runTimeCode(); });
     loop_.addTimer([this] { return nextEnding(); }, [this] { endProgram(); });
+}
+
+/// From now on wires can be plugged and pulled.
+void BoardSession::takeWires(Descriptor socket) {
+    peers_.emplace(std::move(socket));
+    models_.network().connect([this](const std::string& interface, bool hasCarrier) {
+        try {
+            peers_->setCarrier(interface, hasCarrier);
+        } catch (const std::system_error& failure) {
+            trace(failure.what());  // A program that may administer the network has removed it.
+        }
+    });
+    loop_.addTimer([this] { return models_.network().nextChange(start_); },
+                   [this] { models_.network().change(start_, Clock::now()); });
 }
 
 int BoardSession::run() {
@@ -88,8 +102,9 @@ void BoardSession::onControl() {
         case ControlKind::SocketRequests:
             return answerForInterfaces(std::move(message->descriptor));
         case ControlKind::RegisterMemory:
-            registers_.emplace(std::move(message->descriptor), board_.fpga->bytes);
-            return;
+            return holdRegisters(std::move(message->descriptor));
+        case ControlKind::PeerNetwork:
+            return takeWires(std::move(message->descriptor));
         case ControlKind::Failed:
             failure_ = message->text;
             return;
@@ -99,6 +114,17 @@ void BoardSession::onControl() {
         case ControlKind::Signal:
             return;
     }
+}
+
+void BoardSession::holdRegisters(Descriptor memory) {
+    registers_.emplace(std::move(memory), board_.fpga->bytes);
+    models_.status().attach(registers_->words(), Clock::now());
+}
+
+/// What a cut file loses is there again before it is written.
+void BoardSession::runTimeCode() {
+    registers_->words();
+    models_.status().runUntil(Clock::now());
 }
 
 void BoardSession::serveFiles(Descriptor device) {
@@ -133,7 +159,7 @@ void BoardSession::answerForRegisters(Descriptor listener) {
 void BoardSession::answerForInterfaces(Descriptor listener) {
     interfaces_.emplace(std::move(listener), [this](SocketRequest& request) {
         drainSockets();
-        return models_.mii().answer(request);
+        return models_.answerForInterface(request);
     });
     loop_.watch(interfaces_->descriptor(), [this] {
         if (!interfaces_->serveOne()) {

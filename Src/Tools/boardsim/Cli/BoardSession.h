@@ -12,6 +12,7 @@
 #include "Tools/boardsim/Host/DatagramReader.h"
 #include "Tools/boardsim/Host/EventLoop.h"
 #include "Tools/boardsim/Host/FuseServer.h"
+#include "Tools/boardsim/Host/Network.h"
 #include "Tools/boardsim/Host/RegisterServer.h"
 #include "Tools/boardsim/Host/RegisterTrap/TrapEvent.h"
 #include "Tools/boardsim/Host/SharedRegisters.h"
@@ -43,6 +44,9 @@ private:
 
     void wire(SignalWatch& signals);
     void onControl();
+    void holdRegisters(Descriptor memory);
+    void runTimeCode();
+    void takeWires(Descriptor socket);
     void serveFiles(Descriptor device);
     void readLog(Descriptor socket);
     void readTrap(Descriptor socket);
@@ -65,6 +69,7 @@ private:
     Outputs& outputs_;
     BoardModels& models_;
     KeyPlayer operator_;
+    Clock::time_point start_ = Clock::now();
     std::optional<TraceLog> trace_;
     EventLoop loop_;
 
@@ -78,6 +83,7 @@ private:
     // board's processes can be waited for.
     BoardProcess process_;
     std::optional<SharedRegisters> registers_;
+    std::optional<PeerNetwork> peers_;
     std::optional<DatagramReader> log_;
     std::optional<DatagramReader> trap_;
     std::optional<RegisterServer> registerServer_;

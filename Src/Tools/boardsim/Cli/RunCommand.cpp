@@ -74,10 +74,12 @@ int runProgramOnBoard(const RunOptions& options) {
         Outputs outputs(options);
         const BoardDescription board = boardNamed(options.board);
         BoardModels models(board, options.missing, options.screen, options.faults);
-        const WorldPlan plan = planWorld(board, options.missing, options.font, models.files(), models.trees(),
-                                         !options.traceFile.empty());
+        WorldPlan plan = planWorld(board, options.missing, options.font, models.files(), models.trees(),
+                                   !options.traceFile.empty());
+        plan.registers.words = models.status().powerOn();
+        plan.interfaces = models.network().interfaces();
         ProgramStart start{options.program};
-        start.asksAboutInterfaces = !models.mii().empty();
+        start.asksAboutInterfaces = models.answersForInterfaces();
         if (const int refused = addTrap(start, plan, models.registers()); refused != kSuccess) {
             return refused;
         }

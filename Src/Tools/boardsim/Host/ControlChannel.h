@@ -18,6 +18,7 @@ enum class ControlKind : std::int32_t {
     RegisterSocket,  ///< world → host: the listening socket that answers for registers that act
     SocketRequests,  ///< world → host: what requests of network interfaces are answered on
     RegisterMemory,  ///< world → host: the memory behind the mapped device
+    PeerNetwork,     ///< world → host: the socket that plugs and pulls the wires of the board's network
     Failed,          ///< world → host: the board could not be made; `text` says why
     Ended,           ///< world → host: the program ended; `value` is what waitpid() reported
     Signal,          ///< host → world: send the program signal number `value`

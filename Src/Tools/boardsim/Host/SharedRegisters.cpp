@@ -29,6 +29,11 @@ void SharedRegisters::store(std::uint32_t offset, std::uint32_t value) {
     std::atomic_ref(words_[offset / sizeof(std::uint32_t)]).store(value, std::memory_order_release);
 }
 
+std::span<std::uint32_t> SharedRegisters::words() {
+    restoreSize();
+    return {words_, bytes_ / sizeof(std::uint32_t)};
+}
+
 void SharedRegisters::restoreSize() const {
     struct stat status {};
     if (fstat(memory_.get(), &status) != 0 || status.st_size >= static_cast<off_t>(bytes_)) {

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 
 #include "Tools/boardsim/Host/Descriptor.h"
 
@@ -21,6 +22,9 @@ public:
     /// Sets a register in one access, so that the program sees the old value or the new one.
     /// @param offset a multiple of 4 inside the memory.
     void store(std::uint32_t offset, std::uint32_t value);
+
+    /// All registers. Where a program cuts the file they are gone until this is asked for again.
+    std::span<std::uint32_t> words();
 
 private:
     void restoreSize() const;

@@ -13,6 +13,7 @@
 #include <stdexcept>
 
 #include "Tools/boardsim/Host/Mounts.h"
+#include "Tools/boardsim/Host/Network.h"
 #include "Tools/boardsim/Host/SystemError.h"
 
 namespace boardsim {
@@ -92,6 +93,11 @@ void makeRegisters(const MemoryFile& memory, ControlChannel& host) {
     if (ftruncate(file.get(), static_cast<off_t>(memory.bytes)) != 0) {
         throw systemError("cannot size " + memory.path);
     }
+    for (const RegisterWord& word : memory.words) {
+        if (pwrite(file.get(), &word.value, sizeof word.value, word.offset) != sizeof word.value) {
+            throw systemError("cannot fill " + memory.path);
+        }
+    }
     host.send(ControlKind::RegisterMemory, 0, {}, file.get());
 }
 
@@ -150,7 +156,8 @@ std::string actingName(std::size_t index) {
 
 void makeWorld(const WorldPlan& plan, ControlChannel& host) {
     const OpenMask mask;
-    enterPrivateMounts(CLONE_NEWPID);
+    enterPrivateMounts(CLONE_NEWPID | CLONE_NEWNET);
+    makeNetwork(plan.interfaces, host);
 
     Descriptor fuse;
     if (!plan.acting.empty() || !plan.trees.empty()) {
@@ -163,6 +170,9 @@ void makeWorld(const WorldPlan& plan, ControlChannel& host) {
 
     for (const CoveredDirectory& directory : plan.covers) {
         cover(directory);
+    }
+    if (!plan.interfaces.empty()) {
+        showNetwork(plan.hiddenDirectory);
     }
     for (const std::string& directory : plan.directories) {
         fs::create_directories(directory);

@@ -5,10 +5,10 @@
 
 namespace boardsim {
 
-/// Makes the plan true for the calling process and its later children: enters private mount and process
-/// namespaces, so that the next child becomes process 1, and arranges files, sockets and devices. Hands the
-/// descriptors with which boardsim serves them over `host` and keeps none. Acting files work as soon as the
-/// other side serves the descriptor, and it must do so before this returns.
+/// Makes the plan true for the calling process and its later children: enters private mount, network and
+/// process namespaces, so that the next child becomes process 1, and arranges files, sockets and devices.
+/// Hands the descriptors with which boardsim serves them over `host` and keeps none. Acting files work as
+/// soon as the other side serves the descriptor, and it must do so before this returns.
 ///
 /// Must be called while the process has one thread.
 /// @throws std::exception whose text says what failed and, for what an administrator can allow, how.

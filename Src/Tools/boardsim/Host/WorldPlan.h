@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -33,10 +34,23 @@ struct BorrowedFile {
     std::string target;
 };
 
+/// A 32-bit register and what it holds when the power comes on.
+struct RegisterWord {
+    std::uint32_t offset = 0;  ///< in bytes, a multiple of 4
+    std::uint32_t value = 0;
+};
+
 /// A file that a program can map and whose memory boardsim shares.
 struct MemoryFile {
     std::string path{};  ///< none when empty
     std::size_t bytes = 0;
+    std::vector<RegisterWord> words{};  ///< all others are 0
+};
+
+/// A network interface with a wire plugged in, or without.
+struct NetworkInterface {
+    std::string name;  ///< up to 15 bytes
+    bool hasCarrier = true;
 };
 
 /// What a program finds on the board, beside the machine's own files. Directories above a listed path are
@@ -53,7 +67,8 @@ struct WorldPlan {
     /// true, they are left out.
     bool needsFuse = true;
     MemoryFile registers{};
-    std::string logSocket{};        ///< path of the datagram socket for syslog; none when empty
+    std::vector<NetworkInterface> interfaces{};  ///< beside the loopback; the machine's are not on the board
+    std::string logSocket{};                     ///< path of the datagram socket for syslog; none when empty
     std::string trapSocket{};       ///< path of the datagram socket for register accesses; none when empty
     std::string registerSocket{};   ///< path of the connecting socket for registers that act; none when empty
     std::string hiddenDirectory{};  ///< a free path under a cover, used while the world is made

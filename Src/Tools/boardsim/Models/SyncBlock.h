@@ -19,6 +19,8 @@ struct SyncSettings {
     FrameRate rate = FrameRate::Fps25;
     std::uint32_t networkId = 0;  ///< of the network's configuration; 0 for none
     TimeCode timeCode{};          ///< from where it starts to run
+
+    bool operator==(const SyncSettings&) const = default;
 };
 
 /// The central sync block of the FPGA: who sets the pace in the network, and the running time code. Its

@@ -1,11 +1,15 @@
 #include "Tools/boardsim/Board/Json/BoardCheck.h"
 
+#include <algorithm>
+#include <array>
 #include <map>
 #include <set>
 
 #include "Tools/boardsim/Models/MdioMaster.h"
 #include "Tools/boardsim/Models/PanelRegisters.h"
 #include "Tools/boardsim/Models/SpiMaster.h"
+#include "Tools/boardsim/Models/SyncBlock.h"
+#include "Tools/boardsim/Models/TemperatureRegister.h"
 #include "Tools/boardsim/Models/TripleSpeedMac.h"
 #include "Tools/boardsim/Models/W1Eeprom.h"
 #include "Tools/boardsim/Models/W1TempSensor.h"
@@ -54,6 +58,16 @@ void checkRegisters(const JsonPlace& place, const BoardDescription& board) {
     }
     space.take(place.member("mac_core"), board.macCore, TripleSpeedMac::kBytes);
     space.take(place.member("spi_master_core"), board.spiMasterCore, SpiMaster::kBytes);
+    if (board.sync) {
+        space.take(place.member("sync").member("core"), board.sync->core, SyncBlock::kBytes);
+    }
+    if (board.misc) {
+        space.take(place.member("misc").member("core"), board.misc->core, TemperatureRegister::kBytes);
+    }
+    for (std::size_t i = 0; i < board.temperatures.size(); ++i) {
+        space.take(place.member("temperatures").element(i).member("core"), board.temperatures[i].core,
+                   TemperatureRegister::kBytes);
+    }
 }
 
 void checkSpi(const JsonPlace& place, const BoardDescription& board) {
@@ -104,6 +118,16 @@ void checkGpio(const JsonPlace& place, const std::vector<GpioChip>& chips) {
     }
 }
 
+/// The kernel has the first name, and drivers of their own the others.
+void checkPorts(const JsonPlace& place, const std::vector<MiiPart>& ports) {
+    constexpr std::array<std::string_view, 3> kTaken{"lo", kInbandInterface, kPatternInterface};
+    for (std::size_t i = 0; i < ports.size(); ++i) {
+        if (std::find(kTaken.begin(), kTaken.end(), ports[i].interface) != kTaken.end()) {
+            place.member("mii_ports").element(i).member("interface").refuse("another interface has it");
+        }
+    }
+}
+
 }  // namespace
 
 void checkBoard(const JsonPlace& place, const BoardDescription& board) {
@@ -115,6 +139,7 @@ void checkBoard(const JsonPlace& place, const BoardDescription& board) {
         checkUnique(place.member("mdio").member("phys"), board.mdio->phys, "address",
                     [](const MdioPhy& phy) { return phy.address; });
     }
+    checkPorts(place, board.miiPorts);
     if (!board.hwmon.empty()) {
         checkUnique(place.member("hwmon"), board.hwmon, "sensor",
                     [](const HwmonSensor& sensor) { return std::pair(sensor.device, sensor.sensor); });

@@ -104,6 +104,17 @@ JsonValue writeNumber(std::uint64_t value, const NumberForm& form) {
     return form.hexDigits > 0 ? JsonValue{hexNumber(value, form.hexDigits)} : JsonValue{value};
 }
 
+Codec<bool> truth() {
+    return {[](const JsonPlace& place) {
+                const auto* const value = std::get_if<bool>(&place.value().value);
+                if (value == nullptr) {
+                    place.refuse("want true or false");
+                }
+                return *value;
+            },
+            [](const bool& value) { return JsonValue{value}; }};
+}
+
 Codec<std::int32_t> integer(std::int32_t least, std::int32_t most) {
     return {[=](const JsonPlace& place) {
                 const double value = realAt(place);

@@ -44,6 +44,9 @@ Codec<T> word() {
     return number<T>({std::numeric_limits<T>::max(), 0, static_cast<int>(2 * sizeof(T))});
 }
 
+/// true or false.
+Codec<bool> truth();
+
 /// A number with a sign.
 Codec<std::int32_t> integer(std::int32_t least, std::int32_t most);
 

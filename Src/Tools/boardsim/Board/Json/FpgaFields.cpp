@@ -38,6 +38,7 @@ const std::vector<Field<FpgaPart>>& fieldsOf() {
         required("bytes", &FpgaPart::bytes,
                  number<std::size_t>({kLargestSpace, kSmallestSpace, kSpaceDigits})),
         required("cores", &FpgaPart::cores, cores()),
+        omittable("card_id", &FpgaPart::cardId, arrayOf<std::uint32_t, 3>(word<std::uint32_t>())),
     };
     return fields;
 }

@@ -74,6 +74,7 @@ const std::vector<Field<MiiPart>>& fieldsOf() {
     static const std::vector<Field<MiiPart>> fields{
         required("interface", &MiiPart::interface, interfaceName()),
         required("phy", &MiiPart::phy, record<MdioPhy>()),
+        omittable("carrier", &MiiPart::hasCarrier, truth()),
     };
     return fields;
 }

@@ -36,6 +36,23 @@ const std::vector<Field<MdioPart>>& fieldsOf();
 template <>
 const std::vector<Field<MiiPart>>& fieldsOf();
 
+// NetworkFields.cpp
+template <>
+const std::vector<Field<InbandPart>>& fieldsOf();
+template <>
+const std::vector<Field<PatternPart>>& fieldsOf();
+
+// StatusFields.cpp
+template <>
+const std::vector<Field<TimeCode>>& fieldsOf();
+template <>
+const std::vector<Field<SyncSettings>>& fieldsOf();
+template <>
+const std::vector<Field<SyncPart>>& fieldsOf();
+template <>
+const std::vector<Field<MiscPart>>& fieldsOf();
+template <>
+const std::vector<Field<TemperaturePart>>& fieldsOf();
 // RomFields.cpp
 template <>
 const std::vector<Field<CardSerial>>& fieldsOf();
@@ -74,6 +91,9 @@ const std::vector<Field<I2cDescription>>& fieldsOf();
 Codec<std::string> coreName();
 Codec<std::string> interfaceName();
 Codec<MacAddress> macAddress();  ///< "02:00:5e:10:20:30"
+
+/// A sync block whose time code has no frame that its rate has not.
+Codec<SyncPart> syncBlock();
 
 /// The I2C buses with what no single field can tell.
 Codec<I2cDescription> i2cBuses();
