@@ -86,6 +86,13 @@ TEST_F(OrcaTemperaturesTest, WithoutTheFpgaItsRegistersAreMissing) {
     EXPECT_THAT(syslog.lines(), IsEmpty()) << "the layout names them";
 }
 
+TEST_F(OrcaTemperaturesTest, ARegisterBehindTheEndOfTheFpgaIsMissing) {
+    writeLayout("fpga", core("subsys_hps_pio_temp_fpga", {1, 0x00010000}));
+    OrcaInterface board(nullptr);
+    EXPECT_FALSE(board.getFPGATemperature(0, celsius, limit));
+    EXPECT_EQ(95, limit);
+}
+
 TEST_F(OrcaTemperaturesTest, ARegisterIsReadOnceAndNoneFails) {
     const volatile Valen::orca_misc_pio_ctrl reg{0x00001980};
     EXPECT_TRUE(OrcaInterface::getTemperatureSerial(&reg, celsius));

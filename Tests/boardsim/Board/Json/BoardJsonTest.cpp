@@ -42,7 +42,7 @@ TEST(BoardJsonTest, ABoardMayConsistOfItsNameOnly) {
 }
 
 TEST(BoardJsonTest, RandomBoardsSurviveWritingAndReading) {
-    for (std::uint32_t seed = 0; seed < 500; ++seed) {
+    for (std::uint32_t seed = 0; seed < 200; ++seed) {
         const BoardDescription board = boards::randomBoard(seed);
         ASSERT_EQ(board, readBoard(writeBoard(board), board.name)) << writeBoard(board);
     }
