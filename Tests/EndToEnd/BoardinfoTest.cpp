@@ -48,6 +48,18 @@ TEST(BoardinfoEndToEnd, ShowsTheNewerBoard) {
     expectGolden("boardinfo-orca.txt", withoutClocks(run.out));
 }
 
+TEST(BoardinfoEndToEnd, SaysWhatTheReadmeShows) {
+    std::ifstream file(README);
+    const std::string readme(std::istreambuf_iterator<char>(file), {});
+    const std::string command = "$ ./dev sim run -- boardinfo | sed -n '/^temperatures/,/^$/p'\n";
+    const auto at = readme.find(command);
+    ASSERT_NE(std::string::npos, at);
+    const auto begin = at + command.size();
+    const std::string shown = readme.substr(begin, readme.find("```", begin) - begin);
+    EXPECT_EQ(0U, shown.find("temperatures\n"));
+    EXPECT_THAT(showBoard({}).out, HasSubstr("\n\n" + shown + "\n"));
+}
+
 TEST(BoardinfoEndToEnd, AHealthyBoardIsNoReasonToLogAnError) {
     const BoardRun run = showBoard({});
     EXPECT_THAT(run.log, Not(Contains(HasSubstr(".err "))));

@@ -75,8 +75,8 @@ TEST(RegistersTest, SeveralProcessesWithSeveralThreadsGetTheirAnswers) {
 
 TEST(RegistersTest, TheTraceTellsFramesAndAccessesInTheirOrder) {
     const BoardRun run =
-        board().traced().run({kClient, "poke:0x400=1", "read-phy:1.2", "write-phy:2.4=0x01e1"});
-    EXPECT_THAT(events(run), ElementsAre("fpga write 0x0400 32 0x00000001", "fpga write 0x0800 32 0x60880000",
+        board().traced().run({kClient, "poke:0x3000=1", "read-phy:1.2", "write-phy:2.4=0x01e1"});
+    EXPECT_THAT(events(run), ElementsAre("fpga write 0x3000 32 0x00000001", "fpga write 0x0800 32 0x60880000",
                                          "mdio read phy 1 reg 2 0x0141", "fpga write 0x0800 32 0x511201e1",
                                          "mdio write phy 2 reg 4 0x01e1, no answer"));
     EXPECT_THAT(run.trace, Contains(HasSubstr("fpga read 0x0800 32 0x00000141")));

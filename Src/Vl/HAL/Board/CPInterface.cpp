@@ -106,8 +106,7 @@ std::pair<volatile std::uint32_t*, unsigned int> CPInterface::getCoreRegs(const 
 }
 
 volatile std::uint32_t* CPInterface::registersAt(unsigned int address) const {
-    const auto registers = fpga_.words(address);
-    return registers.empty() ? nullptr : registers.data();
+    return fpga_.has(address) ? &fpga_.word(address) : nullptr;
 }
 
 }  // namespace Valen

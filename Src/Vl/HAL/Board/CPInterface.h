@@ -94,19 +94,17 @@ public:
     /// Reads or writes one register; the low two bits of `offset` are ignored. @return false when it does not
     /// exist: nothing mapped, or beyond its end.
     bool readFPGA(unsigned int offset, unsigned int& value) {
-        const auto registers = fpga_.words(offset);
-        if (registers.empty()) {
+        if (!fpga_.has(offset)) {
             return false;
         }
-        value = registers.front();
+        value = fpga_.word(offset);
         return true;
     }
     bool writeFPGA(unsigned int offset, unsigned int value) {
-        const auto registers = fpga_.words(offset);
-        if (registers.empty()) {
+        if (!fpga_.has(offset)) {
             return false;
         }
-        registers.front() = value;
+        fpga_.word(offset) = value;
         return true;
     }
 

@@ -6,6 +6,7 @@
 #include <netinet/in.h>
 #include <sys/socket.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <vector>
@@ -54,7 +55,7 @@ ssize_t RawSocket::broadcast(std::span<const std::byte> payload) {
     header.ether_type = networkOrder(protocol_);
     std::vector<std::byte> frame(sizeof header + payload.size());
     std::memcpy(frame.data(), &header, sizeof header);
-    std::memcpy(frame.data() + sizeof header, payload.data(), payload.size());
+    std::copy(payload.begin(), payload.end(), frame.begin() + sizeof header);  // there may be none
     return Send(frame);
 }
 

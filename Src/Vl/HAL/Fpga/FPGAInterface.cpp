@@ -29,7 +29,7 @@ bool FPGAInterface::openDevice() {
     std::array<char, 24> path;
     std::snprintf(path.data(), path.size(), "%s%s", simulation_ ? "/tmp/" : "/dev/", deviceName_);
     base_ = nullptr;
-    mappedSize_ = 0;
+    wordCount_ = 0;
     node_ = Descriptor::open(path.data(), O_RDWR);
     if (!node_.isValid()) {
         return false;
@@ -40,7 +40,7 @@ bool FPGAInterface::openDevice() {
         mmap(nullptr, static_cast<std::size_t>(size), PROT_READ | PROT_WRITE, MAP_SHARED, node_.get(), 0);
     if (registers != MAP_FAILED) {
         base_ = static_cast<volatile std::uint32_t*>(registers);
-        mappedSize_ = static_cast<std::size_t>(size);
+        wordCount_ = static_cast<std::size_t>(size) / kWordSize;
     }
     return true;
 }

@@ -39,16 +39,21 @@ public:
     /// when nothing is mapped or the address lies behind the end. A core's first 64 bytes are always safe
     /// to access when its first word is in here: cores are 64-byte aligned and memory is mapped in pages.
     std::span<volatile std::uint32_t> words(unsigned int address) const {
-        const std::span all(base_, mappedSize_ / sizeof(std::uint32_t));
-        const std::size_t first = address / sizeof(std::uint32_t);
-        return first < all.size() ? all.subspan(first) : std::span<volatile std::uint32_t>();
+        return has(address) ? std::span(&word(address), wordCount_ - address / kWordSize)
+                            : std::span<volatile std::uint32_t>();
     }
+
+    /// Whether there is a word at `address` (low two bits ignored).
+    bool has(unsigned int address) const { return address / kWordSize < wordCount_; }
+    /// That word, which must be there.
+    volatile std::uint32_t& word(unsigned int address) const { return base_[address / kWordSize]; }
 
     /// The registers of the central sync block; null while none is known.
     volatile std::uint32_t* centralSync() const { return centralSync_; }
 
 private:
     static constexpr int kWholeFile = -1;
+    static constexpr unsigned int kWordSize = sizeof(std::uint32_t);
 
     const char* deviceName_ = device;
     Descriptor node_;
@@ -56,7 +61,7 @@ private:
     volatile std::uint32_t* base_ = nullptr;
     bool simulation_ = false;
     volatile std::uint32_t* centralSync_ = nullptr;
-    std::size_t mappedSize_ = 0;  // in bytes
+    std::size_t wordCount_ = 0;  // of what is mapped
 };
 
 }  // namespace Valen::HAL
