@@ -82,9 +82,8 @@ std::shared_ptr<const ServedFile> HwmonModels::fileOf(Sensor& sensor, const Tell
 }
 
 void HwmonModels::apply(const Fault& fault) {
-    const auto found = std::find_if(sensors_.begin(), sensors_.end(), [&](const Sensor& sensor) {
-        return sensor.name() == fault.device;
-    });
+    const auto found = std::find_if(sensors_.begin(), sensors_.end(),
+                                    [&](const Sensor& sensor) { return sensor.name() == fault.device; });
     if (found == sensors_.end()) {
         refuse(fault, "no sensor '" + fault.device + "'; want hwmonN/tempM");
     }
@@ -98,7 +97,8 @@ void HwmonModels::apply(const Fault& fault) {
     } else if (fault.action == "absent" && fault.value.empty()) {
         found->isAbsent = true;
     } else {
-        refuse(fault, "no action '" + fault.action + "'; there are value=MILLIDEGREES, text=TEXT, fail, absent");
+        refuse(fault,
+               "no action '" + fault.action + "'; there are value=MILLIDEGREES, text=TEXT, fail, absent");
     }
 }
 

@@ -19,14 +19,17 @@ constexpr std::size_t kLongestRead = 128;
 std::errc transferPatiently(I2cBus& bus, const std::vector<I2cMessage>& messages,
                             std::vector<I2cMessage>& done) {
     const Clock::time_point end = Clock::now() + kPatience;
-    // The time is that before a try: however late this process comes to run, it tries twice.
-    for (Clock::time_point tried = Clock::now(); tried < end; tried = Clock::now()) {
+    Clock::time_point tried;
+    do {
+        // The time is that before a try: however late this process comes to run, one follows in which the
+        // chip had the time that it takes.
+        tried = Clock::now();
         done = messages;
         if (bus.transfer(done) == std::errc{}) {
             return {};
         }
         std::this_thread::sleep_for(kPause);
-    }
+    } while (tried < end);
     return std::errc::timed_out;
 }
 

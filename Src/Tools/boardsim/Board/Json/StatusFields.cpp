@@ -90,7 +90,10 @@ const std::vector<Field<TemperaturePart>>& fieldsOf() {
 Codec<SyncPart> syncBlock() {
     return record<SyncPart>([](const JsonPlace& place, const SyncPart& sync) {
         if (sync.settings.timeCode.frames >= static_cast<std::uint32_t>(sync.settings.rate)) {
-            place.member("settings").member("time_code").member("frames").refuse("the frame rate has no such");
+            place.member("settings")
+                .member("time_code")
+                .member("frames")
+                .refuse("the frame rate has no such");
         }
     });
 }
