@@ -5,8 +5,6 @@
 #include <unistd.h>
 
 #include <array>
-#include <cerrno>
-#include <cstring>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -14,7 +12,6 @@
 #include "Tests/HAL/Board/RomImage.h"
 #include "Tests/HAL/Board/TestBoard.h"
 #include "Tests/HAL/BoardWorld.h"
-#include "Tests/HAL/LayoutBytes.h"
 #include "Vl/Common/Identity/HaldenSerial.h"
 #include "Vl/Common/Identity/MACAddress.h"
 #include "Vl/Common/Identity/Version.h"
