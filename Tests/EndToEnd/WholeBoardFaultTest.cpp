@@ -113,21 +113,31 @@ std::vector<Case> allCases() {
     }
     const std::string orcasWrongType = "CT: 0x7F Ver: 0001.02.0007 (14/11/2023)";
     const std::string hd24sWrongType = "CT: 0x7F Ver: 0002.01.002A (21/03/2017)";
-    cases.insert(cases.end(),
-                 {
-                     {"orca", "mac:subsys_hps_eth_mac:reset", {}},
-                     {"hd24", "mac:eth_mac:reset", {}},
-                     {"orca", "w1:22-0000001a2b3c:unplug", {}},
-                     {"hd24", "w1:22-0000004d5e6f:unplug", {}},
-                     {"orca", "sync:subsys_hps_central_sync:stopped", {}},
-                     {"hd24", "sync:central_sync:stopped", {}},
-                     {"orca", "rom:bootrom:corrupt=16", invalidRom("MAC: FD:00:5E:10:20:30")},
-                     {"hd24", "rom:bootrom:corrupt=16", invalidRom("MAC: FD:00:5E:0A:0B:0C")},
-                     {"orca", "rom:bootrom:corrupt=31",
-                      invalidRom("version: " + orcasWrongType, {{"card-id", "ok " + orcasWrongType}})},
-                     {"hd24", "rom:bootrom:corrupt=31",
-                      invalidRom("version: " + hd24sWrongType, {{"card-id", "ok " + hd24sWrongType}})},
-                 });
+    cases.insert(
+        cases.end(),
+        {
+            {"orca", "mac:subsys_hps_eth_mac:reset", {}},
+            {"hd24", "mac:eth_mac:reset", {}},
+            {"orca", "w1:22-0000001a2b3c:unplug", {}},
+            {"hd24", "w1:22-0000004d5e6f:unplug", {}},
+            {"orca", "sync:subsys_hps_central_sync:stopped", {}},
+            {"hd24", "sync:central_sync:stopped", {}},
+            {"orca", "sync:subsys_hps_central_sync:nonsense", {}},
+            {"hd24", "sync:central_sync:nonsense", {}},
+            {"orca",
+             "temp:subsys_hps_pio_temp_fpga:raw=0xffffffff",
+             {{}, {{"fpga", "ok 16777215 of 95"}}}},  // without a sign: meant
+            {"orca", "temp:subsys_hps_pio_temp_tile0:raw=0xff", {{}, {{"tile0", "ok 0 of 95"}}}},
+            {"orca", "temp:subsys_hps_pio_temp_tile1:raw=0x5c5c5c5c", {{}, {{"tile1", "ok 6052956 of 95"}}}},
+            {"hd24", "temp:misc_pio:raw=0xffffffff", {{}, {{"fpga", "ok 127"}}}},
+            {"hd24", "temp:misc_pio:raw=0", {{}, {{"fpga", "ok -128"}}}},
+            {"orca", "rom:bootrom:corrupt=16", invalidRom("MAC: FD:00:5E:10:20:30")},
+            {"hd24", "rom:bootrom:corrupt=16", invalidRom("MAC: FD:00:5E:0A:0B:0C")},
+            {"orca", "rom:bootrom:corrupt=31",
+             invalidRom("version: " + orcasWrongType, {{"card-id", "ok " + orcasWrongType}})},
+            {"hd24", "rom:bootrom:corrupt=31",
+             invalidRom("version: " + hd24sWrongType, {{"card-id", "ok " + hd24sWrongType}})},
+        });
     return cases;
 }
 
