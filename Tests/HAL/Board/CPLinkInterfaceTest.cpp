@@ -195,13 +195,13 @@ TEST_F(CPLinkInterfaceTest, WithoutDescriptorsItSaysSoAndEverythingFails) {
     const rlimit tight{static_cast<rlim_t>(next), limit.rlim_max};
     ASSERT_EQ(0, setrlimit(RLIMIT_NOFILE, &tight));
     CPLinkInterface link;
+    ASSERT_EQ(0, setrlimit(RLIMIT_NOFILE, &limit));
+    EXPECT_EQ("socket: Too many open files\n", testing::internal::GetCapturedStderr());
     EXPECT_FALSE(link.isCarrierUp(0));
     EXPECT_EQ(0, link.EthLinkState(0));
     EXPECT_EQ(-1, link.InbandEmergencyShutdown());
     EXPECT_EQ(-1, link.getFiberLength(0));
     EXPECT_FALSE(link.EnablePatternOnLane(CPLinkInterface::PATTERN_ON, 0));
-    ASSERT_EQ(0, setrlimit(RLIMIT_NOFILE, &limit));
-    EXPECT_EQ("socket: Too many open files\n", testing::internal::GetCapturedStderr());
 }
 
 }  // namespace
