@@ -43,7 +43,7 @@ std::string printed(const Report& report, const Options& options, const Output& 
 
 /// The same among others: an empty line between them, or each in the other's place.
 std::string printedInTurn(const Report& report, const Options& options, const Output& output, bool isFirst) {
-    const std::string text = printed(report, options, output);
+    std::string text = printed(report, options, output);
     if (options.json) {
         return text;
     }

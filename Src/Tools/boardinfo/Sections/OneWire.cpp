@@ -17,13 +17,11 @@
 #include "Vl/Common/Files/ExactIO.h"
 #include "Vl/HAL/Bus/W1Util.h"
 #include "Vl/HAL/Chips/W1EEPROM.h"
-#include "Vl/HAL/Chips/W1Temp.h"
 
 namespace boardinfo::sections {
 namespace {
 
 using Valen::HAL::W1EEPROM;
-using Valen::HAL::W1Temp;
 using Valen::HAL::W1Util;
 using Slave = W1Util::W1Handle;
 

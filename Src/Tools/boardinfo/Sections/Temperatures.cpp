@@ -8,7 +8,6 @@
 namespace boardinfo::sections {
 namespace {
 
-using Valen::HD24Interface;
 using Valen::OrcaInterface;
 
 constexpr const char* kDegrees = "°C";

@@ -18,7 +18,8 @@ constexpr int kWordDigits = 8;
 
 Section versions(Board& board) {
     const bool isThere = board.orca() != nullptr && isRegistered(kEeprom);
-    const Valen::VersionsRecord record = isThere ? board.orca()->getVersions() : Valen::VersionsRecord{};
+    const Valen::VersionsRecord record =
+        isThere ? Valen::OrcaInterface::getVersions() : Valen::VersionsRecord{};
     // Fields that were not read leave these as they were, and fields that were never do.
     const bool hasDevice = !record.serialText.empty();
     const bool hasPcb = record.pcbVersion != 0;

@@ -33,7 +33,7 @@ std::string HwmonModels::Sensor::name() const {
     return "hwmon" + std::to_string(part.device) + "/temp" + std::to_string(part.sensor);
 }
 
-HwmonModels::HwmonModels(const std::vector<HwmonSensor>& sensors, Tell tell) {
+HwmonModels::HwmonModels(const std::vector<HwmonSensor>& sensors, const Tell& tell) {
     std::set<unsigned> devices;
     sensors_.reserve(sensors.size());
     for (const HwmonSensor& part : sensors) {
@@ -42,6 +42,7 @@ HwmonModels::HwmonModels(const std::vector<HwmonSensor>& sensors, Tell tell) {
         devices.insert(part.device);
     }
     std::vector<ServedEntry> entries;
+    entries.reserve(devices.size());
     for (const unsigned device : devices) {
         entries.push_back(
             {"hwmon" + std::to_string(device), plainDirectory({{"device", directoryOf(device)}})});

@@ -16,7 +16,7 @@ namespace boardsim {
 /// text. Not thread-safe. Source: the kernel's Documentation/hwmon/sysfs-interface.rst.
 class HwmonModels {
 public:
-    HwmonModels(const std::vector<HwmonSensor>& sensors, Tell tell);
+    HwmonModels(const std::vector<HwmonSensor>& sensors, const Tell& tell);
     HwmonModels(const HwmonModels&) = delete;
     HwmonModels& operator=(const HwmonModels&) = delete;
 

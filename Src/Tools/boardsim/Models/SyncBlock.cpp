@@ -109,7 +109,7 @@ RegisterValue SyncBlock::read(std::uint32_t offset, unsigned width) {
 }
 
 Refusal SyncBlock::write(std::uint32_t offset, unsigned width, std::uint64_t) {
-    if (const Refusal refused = refuseUnlessWord(offset, width)) {
+    if (Refusal refused = refuseUnlessWord(offset, width)) {
         return refused;
     }
     const std::size_t word = offset / 4;

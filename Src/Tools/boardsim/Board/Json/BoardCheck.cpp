@@ -4,6 +4,7 @@
 #include <array>
 #include <map>
 #include <set>
+#include <string>
 
 #include "Tools/boardsim/Models/MdioMaster.h"
 #include "Tools/boardsim/Models/PanelRegisters.h"
@@ -90,9 +91,9 @@ void checkUnique(const JsonPlace& list, const std::vector<Element>& elements, co
 }
 
 void checkW1(const JsonPlace& place, const std::vector<W1BusPart>& buses) {
-    std::set<W1Id> known;
+    std::set<std::string> known;
     const auto check = [&](const JsonPlace& slave, const W1Id& id) {
-        if (!known.insert(id).second) {
+        if (!known.insert(id.name()).second) {
             slave.member("serial").refuse("another one has it");
         }
     };

@@ -150,7 +150,7 @@ Codec<std::string> text(std::size_t longest) {
 
 Codec<std::string> fileName(std::size_t longest) {
     return {[longest](const JsonPlace& place) {
-                const std::string name = textAt(place, longest);
+                std::string name = textAt(place, longest);
                 if (name == "." || name == ".." || name.find('/') != std::string::npos) {
                     place.refuse("want what can be the name of a file");
                 }

@@ -72,7 +72,7 @@ Codec<std::string> revision() {
     constexpr std::size_t kCharacters = 3;
     const Codec<std::string> any = text(kCharacters);
     return {[any](const JsonPlace& place) {
-                const std::string characters = any.read(place);
+                std::string characters = any.read(place);
                 if (characters.size() != kCharacters) {
                     place.refuse("want three characters");
                 }

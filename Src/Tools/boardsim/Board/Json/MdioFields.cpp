@@ -15,7 +15,7 @@ constexpr std::size_t kLongestInterface = 15;
 Codec<std::string> interfaceName() {
     const Codec<std::string> name = fileName(kLongestInterface);
     return {[name](const JsonPlace& place) {
-                const std::string interface = name.read(place);
+                std::string interface = name.read(place);
                 if (interface.find_first_of(" :") != std::string::npos) {
                     place.refuse("want the name of a network interface");
                 }

@@ -15,7 +15,7 @@ Codec<std::string> spiDevice() {
     constexpr std::size_t kLongest = 8;
     const Codec<std::string> name = text(kLongest);
     return {[name](const JsonPlace& place) {
-                const std::string device = name.read(place);
+                std::string device = name.read(place);
                 const std::size_t point = device.find('.');
                 const auto isOther = [](char each) { return (each < '0' || each > '9') && each != '.'; };
                 if (point == 0 || point == std::string::npos || point != device.rfind('.') ||
