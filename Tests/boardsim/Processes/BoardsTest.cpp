@@ -19,9 +19,9 @@ BoardRun shell(const std::string& script, const support::VirtualBoard& on) {
     return on.run({"/bin/sh", "-c", script});
 }
 
-/// All that a program can see of a board without changing it.
+/// All that a program can see of a board without changing it. Terminals below /dev are the machine's.
 const char* const kLookAround =
-    "ls -R /dev /tmp/i2c /sys/class/gpio /sys/class/hwmon /sys/bus/w1/devices /sys/bus/avalon 2>&1; "
+    "ls /dev; ls -R /tmp/i2c /sys/class/gpio /sys/class/hwmon /sys/bus/w1/devices /sys/bus/avalon 2>&1; "
     "cat /sys/class/hwmon/hwmon*/device/temp*_input; "
     "cat /sys/bus/avalon/devices/*/layout /dev/cpld /tmp/i2c/eeprom/eeprom /dev/bootrom "
     "/sys/bus/w1/devices/*/eeprom 2>&1 | sha256sum";
