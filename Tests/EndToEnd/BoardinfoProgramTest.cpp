@@ -119,6 +119,15 @@ INSTANTIATE_TEST_SUITE_P(
                     Place{"BareEnvironment", "unset PATH HOME TERM LANG"}),
     [](const auto& place) { return std::string(place.param.name); });
 
+TEST(BoardinfoProgram, ShowsAnOrdinaryUserWhatItShowsToRoot) {
+    e2e::Shown roots = e2e::shownAsJson();
+    e2e::Shown users = e2e::shownAsJson(board().asUser());
+    EXPECT_EQ(0, users.status);
+    EXPECT_EQ(1U, roots.report.erase("sync"));  // its time runs
+    EXPECT_EQ(1U, users.report.erase("sync"));
+    EXPECT_EQ(roots.report, users.report);
+}
+
 TEST(BoardinfoProgram, WhatTheLibraryPrintsDoesNotGetIntoTheReport) {
     const support::TemporaryDirectory files;
     boardsim::BoardDescription description = *boardsim::builtInBoard("orca");
